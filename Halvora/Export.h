@@ -1,0 +1,8 @@
+#pragma once
+
+// Marks what the shared library exports; everything else in it is hidden.
+#if defined(__GNUC__)
+#    define HALVTYPES_API __attribute__((visibility("default")))
+#else
+#    define HALVTYPES_API
+#endif

@@ -1,0 +1,159 @@
+#pragma once
+
+#include <Halvora/Export.h>
+#include <Halvora/types/ResultCodes.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <functional>
+#include <iosfwd>
+#include <type_traits>
+
+namespace Halvora {
+
+// A plain 16-byte value: an identifier, raw bytes, or the carrier of one number in its leading
+// bytes. It is trivially copyable, has no alignment of its own and no other storage, so arrays of
+// it may be filled, compared and stored as raw memory.
+//
+//     identifier := part1:u32le part2:u16le part3:u16le part4:u64le
+//
+// Numbers lie in little-endian order, floating-point numbers as their IEEE 754 bit patterns.
+// Nothing here allocates, and nothing but operator[] throws.
+class HALVTYPES_API Binary16 {
+public:
+    static Binary16 const MIN;   // all bytes 0x00
+    static Binary16 const MAX;   // all bytes 0xFF
+    static Binary16 const EMPTY; // all bytes 0x00: no identifier is set
+
+    // All bytes zero.
+    constexpr Binary16() noexcept = default;
+
+    // The number in the leading bytes, every other byte zero: a negative int is not sign-extended
+    // beyond byte 3. Smaller integers come in as int; `long` counts as the integer of its width.
+    Binary16(int value) noexcept { set(value); }
+    Binary16(unsigned int value) noexcept { set(value); }
+    Binary16(long value) noexcept { set(value); }
+    Binary16(unsigned long value) noexcept { set(value); }
+    Binary16(long long const& value) noexcept { set(value); }
+    Binary16(unsigned long long const& value) noexcept { set(value); }
+    Binary16(float const& value) noexcept { set(value); }
+    Binary16(double const& value) noexcept { set(value); }
+
+    // The four parts of an identifier.
+    constexpr Binary16(unsigned int part1, unsigned short part2, unsigned short part3,
+                       unsigned long long const& part4) noexcept {
+        store(0, 4, part1);
+        store(4, 2, part2);
+        store(6, 2, part3);
+        store(8, 8, part4);
+    }
+
+    // The first `length` bytes of `data`, at most 16; the rest zero. All zero for null.
+    Binary16(void const* data, unsigned int length) noexcept;
+
+    // Copies 16 bytes, which the caller supplies; all zero for null.
+    Binary16& operator=(unsigned char const* bytes) noexcept;
+
+    // setters: 0 is returned, the leading bytes are written, every other byte keeps its value
+
+    int set(bool value) noexcept { return set(static_cast<unsigned char>(value)); }
+    int set(unsigned char value) noexcept { return put(value); }
+    int set(short value) noexcept { return put(value); }
+    int set(unsigned short value) noexcept { return put(value); }
+    int set(int value) noexcept { return put(value); }
+    int set(unsigned int value) noexcept { return put(value); }
+    int set(long value) noexcept { return put(value); }
+    int set(unsigned long value) noexcept { return put(value); }
+    int set(long long const& value) noexcept { return put(value); }
+    int set(unsigned long long const& value) noexcept { return put(value); }
+    int set(float const& value) noexcept { return put(value); }
+    int set(double const& value) noexcept { return put(value); }
+    int set(Binary16 const& value) noexcept { return put(value); }
+    template <typename T>
+    int set(T*) = delete; // a pointer is no bool
+
+    // Writes one byte; ERR_OUT_OF_RANGE for an index of 16 or more.
+    int set(unsigned char index, unsigned char value) noexcept;
+
+    // getters: copy the leading bytes, whatever was stored there
+
+    void get(bool& value) const noexcept { value = m_bytes[0] != 0; }
+    void get(unsigned char& value) const noexcept { take(value); }
+    void get(short& value) const noexcept { take(value); }
+    void get(unsigned short& value) const noexcept { take(value); }
+    void get(int& value) const noexcept { take(value); }
+    void get(unsigned int& value) const noexcept { take(value); }
+    void get(long& value) const noexcept { take(value); }
+    void get(unsigned long& value) const noexcept { take(value); }
+    void get(long long& value) const noexcept { take(value); }
+    void get(unsigned long long& value) const noexcept { take(value); }
+    void get(float& value) const noexcept { take(value); }
+    void get(double& value) const noexcept { take(value); }
+
+    // Throws std::out_of_range ("out_of_range") for an index of 16 or more.
+    unsigned char operator[](unsigned char index) const;
+
+    // text form: "0x" and 32 upper-case hexadecimal digits, byte 15 first. The grouped form is
+    // Convert::toAString(Binary16 const&).
+
+    // Writes the 34 characters as insertions of their own, so a field width set on the stream goes
+    // to the first: to the "0" on a narrow stream, to the "0x" on a wide one.
+    std::ostream& write(std::ostream& stream) const;
+    std::wostream& write(std::wostream& stream) const;
+
+    // Skips two characters, whatever they are, then extracts 32 digits, white space between them
+    // skipped if the stream does so. '0' to '9', 'A' to 'F' and 'a' to 'f' are digits, ':' to '?'
+    // count as 10 to 15, everything else as 0: nothing is validated. When the stream ends early,
+    // its state says so and the bytes not read are zero.
+    std::istream& read(std::istream& stream);
+
+    // comparison: byte-wise, byte 0 first
+
+    friend bool operator==(Binary16 const& a, Binary16 const& b) noexcept {
+        return std::memcmp(a.m_bytes, b.m_bytes, sizeof a.m_bytes) == 0;
+    }
+    friend bool operator!=(Binary16 const& a, Binary16 const& b) noexcept { return !(a == b); }
+    friend bool operator<(Binary16 const& a, Binary16 const& b) noexcept {
+        return std::memcmp(a.m_bytes, b.m_bytes, sizeof a.m_bytes) < 0;
+    }
+
+private:
+    constexpr void store(int at, int bytes, unsigned long long value) noexcept {
+        for (int i = 0; i < bytes; ++i) {
+            m_bytes[at + i] = static_cast<unsigned char>(value >> (8 * i));
+        }
+    }
+    template <typename T>
+    int put(T const& value) noexcept {
+        std::memcpy(m_bytes, &value, sizeof value);
+        return 0;
+    }
+    template <typename T>
+    void take(T& value) const noexcept {
+        std::memcpy(&value, m_bytes, sizeof value);
+    }
+
+    unsigned char m_bytes[16] = {};
+};
+
+static_assert(sizeof(Binary16) == 16 && alignof(Binary16) == 1);
+static_assert(std::is_trivially_copyable_v<Binary16> && std::is_standard_layout_v<Binary16>);
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "numbers are stored in native order");
+static_assert(sizeof(int) == 4 && sizeof(short) == 2 && sizeof(long long) == 8);
+
+} // namespace Halvora
+
+template <>
+struct std::hash<Halvora::Binary16> {
+    std::size_t operator()(Halvora::Binary16 const& value) const noexcept {
+        std::uint64_t half[2];
+        std::memcpy(half, &value, sizeof half);
+        // Odd multipliers and shifts (the finisher of splitmix64) spread ids that differ in few
+        // bits.
+        std::uint64_t mixed = half[0] ^ (half[1] * 0x9E3779B97F4A7C15u);
+        mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9u;
+        mixed = (mixed ^ (mixed >> 27)) * 0x94D049BB133111EBu;
+        return static_cast<std::size_t>(mixed ^ (mixed >> 31));
+    }
+};
