@@ -1,0 +1,310 @@
+#include <Halvora/text/Convert.h>
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <iterator>
+
+#include <Halvora/text/detail/Encoding.h>
+#include <Halvora/types/detail/Hex.h>
+
+namespace Halvora {
+
+std::string const Convert::ms_strTrim = " \t\r\n";
+std::wstring const Convert::ms_wstrTrim = L" \t\r\n";
+
+namespace {
+
+// The last row answers every number that no type has.
+constexpr char mixedNames[][10] = {
+    "",      "Bool",   "Byte",   "Int16", "Int32", "Int64",    "UInt16",    "UInt32", "UInt64",
+    "Float", "Double", "String", "Tick",  "ID",    "Binary16", "ResString", "",
+};
+static_assert(std::size(mixedNames) == DT_STRINGRES + 2);
+
+constexpr std::size_t groupedLength = 36;
+
+// Bytes 3 to 0, 5 4, 7 6, 8 9, 10 to 15, with a hyphen between the groups.
+void putGrouped(char* out, Binary16 const& value) noexcept {
+    unsigned char bytes[16];
+    std::memcpy(bytes, &value, sizeof bytes);
+    auto const number = [&bytes](int a, int b, int c, int d) {
+        return static_cast<std::uint32_t>(bytes[a]) << 24 |
+               static_cast<std::uint32_t>(bytes[b]) << 16 |
+               static_cast<std::uint32_t>(bytes[c]) << 8 | bytes[d];
+    };
+    char digits[32];
+    char* end = detail::putHex8(digits, number(3, 2, 1, 0), detail::lowerCaseLetters);
+    end = detail::putHex8(end, number(5, 4, 7, 6), detail::lowerCaseLetters);
+    end = detail::putHex8(end, number(8, 9, 10, 11), detail::lowerCaseLetters);
+    detail::putHex8(end, number(12, 13, 14, 15), detail::lowerCaseLetters);
+
+    std::memcpy(out, digits, 8);
+    std::memcpy(out + 9, digits + 8, 4);
+    std::memcpy(out + 14, digits + 12, 4);
+    std::memcpy(out + 19, digits + 16, 4);
+    std::memcpy(out + 24, digits + 20, 12);
+    out[8] = out[13] = out[18] = out[23] = '-';
+}
+
+// Fields one after another into the elements that a vector already has.
+template <typename Text>
+class FieldWriter {
+public:
+    using Char = typename Text::value_type;
+
+    explicit FieldWriter(std::vector<Text>& fields) : m_fields(fields) {}
+
+    void add(Char const* begin, Char const* end) {
+        if (m_count == m_fields.size()) {
+            m_fields.emplace_back();
+        }
+        m_fields[m_count++].assign(begin, static_cast<std::size_t>(end - begin));
+    }
+    std::vector<Text>& finish() {
+        m_fields.resize(m_count);
+        return m_fields;
+    }
+
+private:
+    std::vector<Text>& m_fields;
+    std::size_t m_count = 0;
+};
+
+template <typename Text>
+bool isFieldOf(Text const& text, std::vector<Text> const& fields) {
+    std::less<Text const*> const before;
+    return !before(&text, fields.data()) && before(&text, fields.data() + fields.size());
+}
+
+// The first `wanted` in the run, or its end.
+template <typename Char>
+Char const* findOrEnd(Char const* begin, Char const* end, Char wanted) {
+    auto const* const found =
+        std::char_traits<Char>::find(begin, static_cast<std::size_t>(end - begin), wanted);
+    return found != nullptr ? found : end;
+}
+
+constexpr bool isSpace(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+constexpr char toLower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+} // namespace
+
+void Convert::toWString(std::wstring& out, unsigned short const* units) {
+    detail::convertInto(out, units, detail::terminatedLength(units));
+}
+
+void Convert::toWString(std::wstring& out, HLVString const& text) {
+    detail::convertInto(out, text.data(), text.size());
+}
+
+std::wstring Convert::toWString(HLVString const& text) {
+    return detail::converted<std::wstring>(text.data(), text.size());
+}
+
+void Convert::toWString(std::wstring& out, char const* text) {
+    detail::convertInto(out, text, text == nullptr ? 0 : std::strlen(text));
+}
+
+void Convert::toWString(std::wstring& out, std::string const& text) {
+    detail::convertInto(out, text.data(), text.size());
+}
+
+std::wstring Convert::toWString(std::string const& text) {
+    return detail::converted<std::wstring>(text.data(), text.size());
+}
+
+void Convert::toAString(std::string& out, unsigned int length, unsigned short const* units) {
+    detail::convertInto(out, units, units == nullptr ? 0 : length);
+}
+
+std::string Convert::toAString(HLVString const& text) {
+    return detail::converted<std::string>(text.data(), text.size());
+}
+
+void Convert::toAString(std::string& out, unsigned int length, wchar_t const* chars) {
+    detail::convertInto(out, chars, chars == nullptr ? 0 : length);
+}
+
+std::string Convert::toAString(std::wstring const& text) {
+    return detail::converted<std::string>(text.data(), text.size());
+}
+
+void Convert::toHLVString(HLVString& out, std::wstring const& text) {
+    detail::convertInto(out, text.data(), text.size());
+}
+
+void Convert::toHLVString(HLVString& out, std::string const& text) {
+    detail::convertInto(out, text.data(), text.size());
+}
+
+template <typename Text>
+void Convert::_trimLeft(Text& text, Text const& set) {
+    auto const first = text.find_first_not_of(set);
+    if (first != Text::npos) {
+        text.erase(0, first);
+    }
+}
+
+template <typename Text>
+void Convert::_trimRight(Text& text, Text const& set) {
+    auto const last = text.find_last_not_of(set);
+    if (last != Text::npos) {
+        text.erase(last + 1);
+    }
+}
+
+template <typename Text>
+void Convert::_trim(Text& text, Text const& set) {
+    _trimLeft(text, set);
+    _trimRight(text, set);
+}
+
+template <typename Text>
+std::vector<Text>& Convert::_split(Text const& text, typename Text::value_type separator,
+                                   std::vector<Text>& fields) {
+    if (isFieldOf(text, fields)) {
+        return _split(Text(text), separator, fields);
+    }
+    FieldWriter<Text> writer(fields);
+    auto const* const end = text.data() + text.size();
+    for (auto const* at = text.data(); at != end;) {
+        auto const* const fieldEnd = findOrEnd(at, end, separator);
+        writer.add(at, fieldEnd);
+        at = fieldEnd == end ? end : fieldEnd + 1;
+    }
+    return writer.finish();
+}
+
+template <typename Text>
+std::vector<Text>& Convert::_splitQuoted(Text const& text, typename Text::value_type separator,
+                                         std::vector<Text>& fields) {
+    if (isFieldOf(text, fields)) {
+        return _splitQuoted(Text(text), separator, fields);
+    }
+    constexpr typename Text::value_type quote = 0x22;
+    FieldWriter<Text> writer(fields);
+    auto const* const end = text.data() + text.size();
+    auto const behind = [end](auto const* found) { return found == end ? end : found + 1; };
+    for (auto const* at = text.data(); at != end;) {
+        auto const* const item = at;
+        auto const* const itemEnd = findOrEnd(item, end, separator);
+        at = behind(itemEnd);
+        bool const opens = item != itemEnd && *item == quote;
+        if (opens && itemEnd[-1] != quote) {
+            if (at == end) {
+                break; // nothing closes the quote and no text follows: the item is dropped
+            }
+            // The text between the two pieces is exactly the separator.
+            auto const* const close = findOrEnd(at, end, quote);
+            writer.add(item + 1, close);
+            at = behind(close);
+            if (at != end && *at == separator) {
+                ++at;
+            }
+        } else if (opens && itemEnd - item >= 2) {
+            writer.add(item + 1, itemEnd - 1);
+        } else {
+            writer.add(item, itemEnd);
+        }
+    }
+    return writer.finish();
+}
+
+void Convert::trimLeft(std::string& text, std::string const& set) {
+    _trimLeft(text, set);
+}
+
+void Convert::trimLeft(std::wstring& text, std::wstring const& set) {
+    _trimLeft(text, set);
+}
+
+void Convert::trimRight(std::string& text, std::string const& set) {
+    _trimRight(text, set);
+}
+
+void Convert::trimRight(std::wstring& text, std::wstring const& set) {
+    _trimRight(text, set);
+}
+
+void Convert::trim(std::string& text, std::string const& set) {
+    _trim(text, set);
+}
+
+void Convert::trim(std::wstring& text, std::wstring const& set) {
+    _trim(text, set);
+}
+
+std::vector<std::string>& Convert::split(std::string const& text, char separator,
+                                         std::vector<std::string>& fields) {
+    return _split(text, separator, fields);
+}
+
+std::vector<std::wstring>& Convert::split(std::wstring const& text, wchar_t separator,
+                                          std::vector<std::wstring>& fields) {
+    return _split(text, separator, fields);
+}
+
+std::vector<std::string>& Convert::splitQuoted(std::string const& text, char separator,
+                                               std::vector<std::string>& fields) {
+    return _splitQuoted(text, separator, fields);
+}
+
+std::vector<std::wstring>& Convert::splitQuoted(std::wstring const& text, wchar_t separator,
+                                                std::vector<std::wstring>& fields) {
+    return _splitQuoted(text, separator, fields);
+}
+
+char* Convert::token(char* text, char const* delimiter, char*& next) noexcept {
+    if (text == nullptr) {
+        text = next;
+    }
+    next = nullptr;
+    if (text == nullptr || delimiter == nullptr || *delimiter == '\0') {
+        return text;
+    }
+    char* const found = std::strstr(text, delimiter);
+    if (found != nullptr && found[std::strlen(delimiter)] != '\0') {
+        *found = '\0';
+        next = found + std::strlen(delimiter);
+    }
+    return text;
+}
+
+unsigned char Convert::toByte(char high, char low) noexcept {
+    return detail::hexByte(static_cast<unsigned char>(high), static_cast<unsigned char>(low));
+}
+
+bool Convert::toBool(std::string text) {
+    if (text == "1") {
+        return true;
+    }
+    constexpr char name[] = {'t', 'r', 'u', 'e'};
+    auto const first = std::find_if_not(text.begin(), text.end(), isSpace);
+    return text.end() - first >= 4 &&
+           std::equal(std::begin(name), std::end(name), first,
+                      [](char expected, char c) { return expected == toLower(c); });
+}
+
+std::string Convert::toAString(eDataType type) {
+    return mixedNames[type >= DT_VOID && type <= DT_STRINGRES ? type : DT_STRINGRES + 1];
+}
+
+std::string Convert::toAString(Binary16 const& value) {
+    char text[groupedLength];
+    putGrouped(text, value);
+    return std::string(text, groupedLength);
+}
+
+std::wstring Convert::toWString(Binary16 const& value) {
+    char text[groupedLength];
+    putGrouped(text, value);
+    return detail::converted<std::wstring>(text, groupedLength);
+}
+
+} // namespace Halvora

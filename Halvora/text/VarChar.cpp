@@ -1,0 +1,124 @@
+#include <Halvora/text/VarChar.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include <Halvora/text/detail/Encoding.h>
+
+namespace Halvora {
+
+namespace {
+
+constexpr std::size_t unitsOffset = 2;
+constexpr int fillByte = 0x30;
+
+unsigned short lengthField(void const* raw) noexcept {
+    unsigned short length;
+    std::memcpy(&length, raw, sizeof length);
+    return std::min(length, VarChar::maxLength);
+}
+
+// Writes a raw form and returns the first byte behind it. The units are converted in an aligned
+// buffer of their own, since the raw form may begin at any address.
+template <typename Char>
+char* putRaw(void* raw, Char const* text, std::size_t count) noexcept {
+    auto const length = static_cast<unsigned short>(count);
+    unsigned short units[VarChar::maxLength];
+    detail::convertRun(units, text, length);
+    auto* const bytes = static_cast<char*>(raw);
+    std::memcpy(bytes, &length, sizeof length);
+    std::memcpy(bytes + unitsOffset, units, length * sizeof *units);
+    return bytes + unitsOffset + length * sizeof *units;
+}
+
+} // namespace
+
+VarChar::VarChar(VarChar const& other) noexcept {
+    *this = other;
+}
+
+VarChar::VarChar(std::wstring const& text) noexcept {
+    *this = text;
+}
+
+VarChar::VarChar(char const* text) noexcept {
+    set(text);
+}
+
+VarChar& VarChar::operator=(VarChar const& other) noexcept {
+    set(&other, *this);
+    return *this;
+}
+
+VarChar& VarChar::operator=(std::wstring const& text) noexcept {
+    m_length = static_cast<unsigned short>(std::min<std::size_t>(text.size(), maxLength));
+    detail::convertRun(m_units, text.data(), m_length);
+    return *this;
+}
+
+void VarChar::set(char const* text) noexcept {
+    m_length = static_cast<unsigned short>(detail::terminatedLength(text, maxLength));
+    detail::convertRun(m_units, text, m_length);
+}
+
+void VarChar::set(wchar_t const* text, unsigned short length) noexcept {
+    m_length = text == nullptr ? 0 : std::min(length, maxLength);
+    detail::convertRun(m_units, text, m_length);
+}
+
+std::wstring VarChar::wstr() const {
+    std::wstring text;
+    wstr(text);
+    return text;
+}
+
+void VarChar::wstr(std::wstring& out) const {
+    detail::convertInto(out, m_units, m_length);
+}
+
+unsigned short VarChar::size(void const* raw) noexcept {
+    return rawSize(lengthField(raw));
+}
+
+void VarChar::set(void const* raw, VarChar& dest) noexcept {
+    unsigned short const length = lengthField(raw);
+    std::memmove(static_cast<void*>(&dest), raw, rawSize(length));
+    dest.m_length = length;
+}
+
+void VarChar::set(void const* raw, std::wstring& text, unsigned short& length) {
+    VarChar copy;
+    set(raw, copy);
+    copy.wstr(text);
+    length = copy.m_length;
+}
+
+void VarChar::set(wchar_t const* text, unsigned int length, unsigned int capacity,
+                  void* buffer) noexcept {
+    std::size_t const count =
+        text == nullptr ? 0 : std::min<std::size_t>({length, capacity, maxLength});
+    char* const end = putRaw(buffer, text, count);
+    std::memset(end, fillByte, (capacity - count) * sizeof(unsigned short));
+}
+
+void VarChar::set(char const* text, void* buffer) noexcept {
+    putRaw(buffer, text, detail::terminatedLength(text, maxLength));
+}
+
+bool VarChar::equal(void const* raw, wchar_t const* text, unsigned int length) noexcept {
+    VarChar copy;
+    set(raw, copy);
+    if (copy.m_length != length || (text == nullptr && length != 0)) {
+        return false;
+    }
+    return std::equal(copy.m_units, copy.m_units + copy.m_length, text,
+                      [](unsigned short unit, wchar_t c) {
+                          return unit == detail::convertElement<unsigned short>(c);
+                      });
+}
+
+int VarChar::compare(VarChar const& other) const noexcept {
+    return std::memcmp(this, &other, std::min(size(), other.size()));
+}
+
+} // namespace Halvora

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <Halvora/Export.h>
+
+#include <cstddef>
+#include <string>
+#include <type_traits>
+
+namespace Halvora {
+
+// A text of at most 512 16-bit code units, laid out as a length and the units, the same in an
+// object and in buffers that callers own. It never allocates but for its results.
+//
+//     raw  := length:u16le unit:u16le[length]
+//     slot := raw fill:byte[2 * (capacity - length)]     every fill byte is 0x30
+//
+// A buffer may begin at any byte address. Text longer than 512 units is cut without notice, wide
+// characters to their low 16 bits; a length field above 512 counts as 512. Narrow text is ISO
+// 8859-1. A null text is the empty text. Lengths count units, sizes bytes.
+class HALVTYPES_API VarChar {
+public:
+    static constexpr unsigned short maxLength = 512; // code units
+
+    VarChar() noexcept {} // leaves the units as they are: none is ever read beyond the length
+    VarChar(VarChar const& other) noexcept;
+    VarChar(std::wstring const& text) noexcept;
+    VarChar(char const* text) noexcept; // zero-terminated
+
+    VarChar& operator=(VarChar const& other) noexcept;
+    VarChar& operator=(std::wstring const& text) noexcept;
+
+    void set(char const* text) noexcept; // zero-terminated
+    void set(wchar_t const* text, unsigned short length) noexcept;
+
+    unsigned short length() const noexcept { return m_length; }
+    unsigned short size() const noexcept { return rawSize(m_length); } // of the raw form
+
+    // length() units, not terminated; valid as long as the object is.
+    unsigned short const* pstr() const noexcept { return m_units; }
+
+    std::wstring wstr() const;
+    void wstr(std::wstring& out) const;
+
+    // The order of the stored bytes, as memcmp sees the raw forms, for use as a key. It is not an
+    // order of texts: the low byte of the length decides first, then its high byte, then the bytes
+    // of the units, low byte first. "b" comes before "ab", a text of 256 units before one of 1, and
+    // U+0100 before U+00FF.
+    bool operator==(VarChar const& other) const noexcept { return compare(other) == 0; }
+    bool operator!=(VarChar const& other) const noexcept { return compare(other) != 0; }
+    bool operator<(VarChar const& other) const noexcept { return compare(other) < 0; }
+    bool operator<=(VarChar const& other) const noexcept { return compare(other) <= 0; }
+    bool operator>(VarChar const& other) const noexcept { return compare(other) > 0; }
+    bool operator>=(VarChar const& other) const noexcept { return compare(other) >= 0; }
+
+    // raw forms in callers' buffers
+
+    static unsigned short size(void const* raw) noexcept;
+    static void set(void const* raw, VarChar& dest) noexcept;
+    static void set(void const* raw, std::wstring& text, unsigned short& length);
+
+    // Writes a slot of 2 + 2 * capacity bytes: the first `length` characters, cut to the capacity
+    // and to 512, and the fill.
+    static void set(wchar_t const* text, unsigned int length, unsigned int capacity,
+                    void* buffer) noexcept;
+
+    // Writes the raw form of a zero-terminated narrow text and nothing behind it.
+    static void set(char const* text, void* buffer) noexcept;
+
+    // Whether the raw form holds exactly `length` units, each the low 16 bits of its character.
+    static bool equal(void const* raw, wchar_t const* text, unsigned int length) noexcept;
+
+private:
+    static constexpr unsigned short rawSize(unsigned int length) noexcept {
+        return static_cast<unsigned short>((length + 1) * 2);
+    }
+    int compare(VarChar const& other) const noexcept;
+
+    unsigned short m_length = 0;
+    unsigned short m_units[maxLength];
+};
+
+static_assert(sizeof(VarChar) == 1026 && std::is_standard_layout_v<VarChar> &&
+              std::is_trivially_destructible_v<VarChar>);
+
+} // namespace Halvora
