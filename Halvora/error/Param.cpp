@@ -1,0 +1,154 @@
+#include <Halvora/error/Param.h>
+
+#include <algorithm>
+#include <ostream>
+#include <stdexcept>
+#include <string_view>
+
+#include <Halvora/error/detail/Literal.h>
+#include <Halvora/text/Convert.h>
+#include <Halvora/text/ResString.h>
+#include <Halvora/text/detail/Encoding.h>
+
+namespace Halvora {
+
+namespace {
+
+wchar_t const* notNull(wchar_t const* text) {
+    if (text == nullptr) {
+        throw std::logic_error("HLVError::Param: the text is null");
+    }
+    return text;
+}
+
+void writeText(std::wostream& stream, std::wstring const& text) {
+    stream << text;
+}
+
+// Converted piece by piece on the stack; only a long text that a field width pads is built whole.
+void writeText(std::ostream& stream, std::wstring const& text) {
+    if (text.size() > detail::chunkLength && stream.width() != 0) {
+        stream << Convert::toAString(text);
+        return;
+    }
+    char chunk[detail::chunkLength];
+    std::size_t at = 0;
+    do {
+        std::size_t const length = std::min(text.size() - at, detail::chunkLength);
+        detail::convertRun(chunk, text.data() + at, length);
+        stream << std::string_view(chunk, length);
+        at += length;
+    } while (at < text.size());
+}
+
+void writeGrouped(std::ostream& stream, Binary16 const& value) {
+    stream << Convert::toAString(value);
+}
+
+void writeGrouped(std::wostream& stream, Binary16 const& value) {
+    stream << Convert::toWString(value);
+}
+
+Binary16 byteOf(unsigned char value) noexcept {
+    return Binary16(&value, sizeof value);
+}
+
+} // namespace
+
+HLVError::Param::Param(eDataType type, Binary16 const& data) noexcept
+    : m_type(type), m_data(data) {}
+
+HLVError::Param::Param(bool value) noexcept : Param(DT_BOOL, byteOf(value)) {}
+HLVError::Param::Param(unsigned char value) noexcept : Param(DT_BYTE, byteOf(value)) {}
+HLVError::Param::Param(short value) noexcept : Param(DT_INT16, static_cast<int>(value)) {}
+HLVError::Param::Param(unsigned short value) noexcept
+    : Param(DT_UINT16, static_cast<unsigned int>(value)) {}
+HLVError::Param::Param(int value) noexcept : Param(DT_INT32, value) {}
+HLVError::Param::Param(unsigned int value) noexcept : Param(DT_UINT32, value) {}
+HLVError::Param::Param(long value) noexcept
+    : Param(sizeof value == sizeof(int) ? DT_INT32 : DT_INT64, value) {}
+HLVError::Param::Param(unsigned long value) noexcept
+    : Param(sizeof value == sizeof(int) ? DT_UINT32 : DT_UINT64, value) {}
+HLVError::Param::Param(long long const& value) noexcept : Param(DT_INT64, value) {}
+HLVError::Param::Param(unsigned long long const& value) noexcept : Param(DT_UINT64, value) {}
+HLVError::Param::Param(float const& value) noexcept : Param(DT_FLOAT, value) {}
+HLVError::Param::Param(double const& value) noexcept : Param(DT_DOUBLE, value) {}
+HLVError::Param::Param(Binary16 const& value) noexcept : Param(DT_BINARY16, value) {}
+
+HLVError::Param::Param(ResString const& value)
+    : m_type(DT_STRINGRES), m_data(value.id()), m_dataString(value.wstr()) {}
+
+HLVError::Param::Param(char const* text) : m_type(DT_STRING) {
+    Convert::toWString(m_dataString, text);
+}
+
+HLVError::Param::Param(std::string const& text)
+    : m_type(DT_STRING), m_dataString(Convert::toWString(text)) {}
+
+HLVError::Param::Param(wchar_t const* text) : m_type(DT_STRING), m_dataString(notNull(text)) {}
+
+HLVError::Param::Param(std::wstring const& text) : m_type(DT_STRING), m_dataString(text) {}
+
+HLVError::Param::Param(unsigned short const* text) : m_type(DT_STRING) {
+    Convert::toWString(m_dataString, text);
+}
+
+HLVError::Param::Param(HLVString const& text)
+    : m_type(DT_STRING), m_dataString(Convert::toWString(text)) {}
+
+HLVError::Param::Param(Param const& other) = default;
+HLVError::Param::~Param() = default;
+
+template <typename Stored, typename Written, typename Stream>
+Stream& HLVError::Param::writeNumber(Stream& stream) const {
+    Stored value{};
+    m_data.get(value);
+    stream << static_cast<Written>(value);
+    return stream;
+}
+
+template <typename Stream>
+Stream& HLVError::Param::write(Stream& stream) const {
+    using Char = typename Stream::char_type;
+    switch (m_type) {
+    case DT_BOOL: return writeNumber<bool>(stream);
+    case DT_BYTE: return writeNumber<unsigned char, int>(stream);
+    case DT_INT16: return writeNumber<short>(stream);
+    case DT_INT32: return writeNumber<int>(stream);
+    case DT_INT64: return writeNumber<long long>(stream);
+    case DT_UINT16: return writeNumber<unsigned short, unsigned long>(stream);
+    case DT_UINT32: return writeNumber<unsigned int, unsigned long>(stream);
+    case DT_UINT64:
+    case DT_TICK: return writeNumber<unsigned long long>(stream);
+    case DT_FLOAT: return writeNumber<float>(stream);
+    case DT_DOUBLE: return writeNumber<double>(stream);
+    case DT_STRING:
+    case DT_STRINGRES: writeText(stream, m_dataString); break;
+    case DT_ID:
+    case DT_BINARY16:
+        m_data.write(stream);
+        stream << detail::literal<Char>("/", L"/");
+        writeGrouped(stream, m_data);
+        break;
+    case DT_VOID: break;
+    }
+    return stream;
+}
+
+std::ostream& HLVError::Param::operator<<(std::ostream& stream) const {
+    return write(stream);
+}
+
+std::wostream& HLVError::Param::operator<<(std::wostream& stream) const {
+    return write(stream);
+}
+
+} // namespace Halvora
+
+std::ostream& std::operator<<(std::ostream& stream, Halvora::HLVError::Param const& param) {
+    return param << stream;
+}
+
+std::wostream& std::operator<<(std::wostream& stream, Halvora::HLVError::Param const& param) {
+    return param << stream;
+}
