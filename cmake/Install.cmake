@@ -1,0 +1,55 @@
+# Two components: `runtime` is what a program needs to run, `development` what building one takes.
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/HalvTypes)
+
+install(
+    TARGETS HalvTypes
+    EXPORT HalvTypesTargets
+    LIBRARY
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        COMPONENT runtime
+        NAMELINK_COMPONENT development
+    FILE_SET HEADERS
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+        COMPONENT development
+)
+
+install(
+    EXPORT HalvTypesTargets
+    NAMESPACE Halvora::
+    DESTINATION ${package_dir}
+    COMPONENT development
+)
+configure_package_config_file(
+    cmake/HalvTypesConfig.cmake.in ${PROJECT_BINARY_DIR}/HalvTypesConfig.cmake
+    INSTALL_DESTINATION ${package_dir}
+    NO_SET_AND_CHECK_MACRO
+    NO_CHECK_REQUIRED_COMPONENTS_MACRO
+)
+write_basic_package_version_file(
+    ${PROJECT_BINARY_DIR}/HalvTypesConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion
+)
+install(
+    FILES
+        ${PROJECT_BINARY_DIR}/HalvTypesConfig.cmake
+        ${PROJECT_BINARY_DIR}/HalvTypesConfigVersion.cmake
+    DESTINATION ${package_dir}
+    COMPONENT development
+)
+
+# The prefix in the pkg-config file is relative to the file, so the tree may move as a whole.
+file(
+    RELATIVE_PATH pc_prefix
+    ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig
+    ${CMAKE_INSTALL_PREFIX}
+)
+file(RELATIVE_PATH pc_libdir ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
+file(RELATIVE_PATH pc_includedir ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
+configure_file(cmake/halvtypes.pc.in ${PROJECT_BINARY_DIR}/halvtypes.pc @ONLY)
+install(
+    FILES ${PROJECT_BINARY_DIR}/halvtypes.pc
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+    COMPONENT development
+)

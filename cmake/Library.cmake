@@ -1,0 +1,93 @@
+# The order of this list is the order in which the library's statics are set up when it is loaded,
+# and its reverse the order in which they go: version record, arrays and errors first, then the
+# values that others build on. It is written by hand. Never sort it; a test holds it.
+set(HALVTYPES_SOURCES
+    Halvora/version/KrVersion.cpp
+    Halvora/array/HLVArray.cpp
+    Halvora/error/HLVError.cpp
+    Halvora/error/Param.cpp
+    Halvora/error/Holder.cpp
+    Halvora/error/List.cpp
+    Halvora/error/Exceptions.cpp
+    Halvora/version/LibraryVersion.cpp
+    Halvora/types/HalvTypes.cpp
+    Halvora/types/Binary16.cpp
+    Halvora/types/Round.cpp
+    Halvora/text/HLVString.cpp
+    Halvora/text/Convert.cpp
+    Halvora/text/ITranslator.cpp
+    Halvora/text/ResString.cpp
+    Halvora/text/ResString2.cpp
+    Halvora/text/VarChar.cpp
+)
+
+# The public headers. What lies in a detail/ folder is not among them and is not installed.
+set(HALVTYPES_HEADERS
+    Halvora/Halvora.h
+    Halvora/Export.h
+    Halvora/types/ResultCodes.h
+    Halvora/types/HalvTypes.h
+    Halvora/types/Binary16.h
+    Halvora/types/Round.h
+    Halvora/text/HLVString.h
+    Halvora/text/Convert.h
+    Halvora/text/ITranslator.h
+    Halvora/text/ITranslatable.h
+    Halvora/text/ResString.h
+    Halvora/text/ResString2.h
+    Halvora/text/VarChar.h
+    Halvora/array/HLVArray.h
+    Halvora/error/HLVError.h
+    Halvora/error/Param.h
+    Halvora/error/Holder.h
+    Halvora/error/List.h
+    Halvora/error/HLVErrorException.h
+    Halvora/error/Exception.h
+    Halvora/version/KrVersion.h
+)
+
+add_library(HalvTypes SHARED ${HALVTYPES_SOURCES})
+add_library(Halvora::HalvTypes ALIAS HalvTypes)
+
+target_sources(
+    HalvTypes
+    PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${HALVTYPES_HEADERS}
+)
+
+target_compile_features(HalvTypes PUBLIC cxx_std_17)
+target_compile_definitions(HalvTypes PRIVATE HALVTYPES_BUILD)
+set_target_properties(
+    HalvTypes
+    PROPERTIES
+        VERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON
+        LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map
+)
+
+target_compile_options(
+    HalvTypes
+    PRIVATE
+        # Rounding is exact to the bit: no fused multiply-add.
+        -ffp-contract=off
+        # Calls inside the library go straight, without the procedure linkage table.
+        -fno-semantic-interposition
+        -ffunction-sections
+        -fdata-sections
+        # The same bytes wherever the tree and the build folder lie. The last map that fits wins,
+        # so the build folder, which often lies in the tree, comes last. A debug build keeps its
+        # paths, for debuggers and coverage.
+        $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>
+        $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>
+)
+target_link_options(
+    HalvTypes
+    PRIVATE
+        -Wl,--as-needed
+        -Wl,--gc-sections
+        -Wl,-z,relro
+        -Wl,-z,now
+        -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map
+)
+halvtypes_warnings(HalvTypes)
