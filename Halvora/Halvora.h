@@ -2,6 +2,8 @@
 
 // Everything, for quick use.
 
+#include <Halvora/Format.h>
+#include <Halvora/array/ArrayView.h>
 #include <Halvora/array/HLVArray.h>
 #include <Halvora/error/Exception.h>
 #include <Halvora/error/HLVError.h>
@@ -18,6 +20,7 @@
 #include <Halvora/text/VarChar.h>
 #include <Halvora/types/Binary16.h>
 #include <Halvora/types/HalvTypes.h>
+#include <Halvora/types/ParseBinary16.h>
 #include <Halvora/types/ResultCodes.h>
 #include <Halvora/types/Round.h>
 #include <Halvora/version/KrVersion.h>

@@ -12,6 +12,7 @@ set(HALVTYPES_SOURCES
     Halvora/version/LibraryVersion.cpp
     Halvora/types/HalvTypes.cpp
     Halvora/types/Binary16.cpp
+    Halvora/types/ParseBinary16.cpp
     Halvora/types/Round.cpp
     Halvora/text/HLVString.cpp
     Halvora/text/Convert.cpp
@@ -25,9 +26,11 @@ set(HALVTYPES_SOURCES
 set(HALVTYPES_HEADERS
     Halvora/Halvora.h
     Halvora/Export.h
+    Halvora/Format.h
     Halvora/types/ResultCodes.h
     Halvora/types/HalvTypes.h
     Halvora/types/Binary16.h
+    Halvora/types/ParseBinary16.h
     Halvora/types/Round.h
     Halvora/text/HLVString.h
     Halvora/text/Convert.h
@@ -37,6 +40,7 @@ set(HALVTYPES_HEADERS
     Halvora/text/ResString2.h
     Halvora/text/VarChar.h
     Halvora/array/HLVArray.h
+    Halvora/array/ArrayView.h
     Halvora/error/HLVError.h
     Halvora/error/Param.h
     Halvora/error/Holder.h

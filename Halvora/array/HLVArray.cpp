@@ -766,7 +766,22 @@ bool HLVArray::operator==(HLVArray const& other) const noexcept {
 
 } // namespace Halvora
 
+namespace {
+
+// Narrow characters go through the stream's own widening on a wide stream.
+template <typename Stream>
+Stream& write(Stream& stream, Halvora::HLVArray const& array) {
+    stream << static_cast<unsigned int>(array.getCount()) << ';' << ' '
+           << static_cast<int>(array.getDataType());
+    return stream;
+}
+
+} // namespace
+
 std::ostream& std::operator<<(std::ostream& stream, Halvora::HLVArray const& array) {
-    return stream << static_cast<unsigned int>(array.getCount()) << "; "
-                  << static_cast<int>(array.getDataType());
+    return write(stream, array);
+}
+
+std::wostream& std::operator<<(std::wostream& stream, Halvora::HLVArray const& array) {
+    return write(stream, array);
 }

@@ -247,5 +247,6 @@ namespace std {
 // "<count>; <type number>", by the stream's own integer output. In this namespace, so that every
 // user of a stream finds it.
 HALVTYPES_API ostream& operator<<(ostream& stream, Halvora::HLVArray const& array);
+HALVTYPES_API wostream& operator<<(wostream& stream, Halvora::HLVArray const& array);
 
 } // namespace std

@@ -89,6 +89,13 @@ private:
 // allocation in an assignment leaves it where it was.
 class HALVTYPES_API HLVError::List::iterator {
 public:
+    // for the standard algorithms
+    using iterator_category = std::bidirectional_iterator_tag;
+    using value_type = HLVError*;
+    using difference_type = std::ptrdiff_t;
+    using pointer = void;
+    using reference = HLVError*;
+
     iterator(std::list<HLVError*>* list, std::list<HLVError*>::iterator position);
     iterator(iterator const& other);
     iterator& operator=(iterator const& other);
@@ -102,6 +109,16 @@ public:
 
     iterator& operator++() noexcept;
     iterator& operator--() noexcept;
+    iterator operator++(int) {
+        iterator const before(*this);
+        ++*this;
+        return before;
+    }
+    iterator operator--(int) {
+        iterator const before(*this);
+        --*this;
+        return before;
+    }
 
     bool operator==(iterator const& other) const noexcept;
     bool operator==(const_iterator const& other) const noexcept;
@@ -118,6 +135,13 @@ private:
 
 class HALVTYPES_API HLVError::List::const_iterator {
 public:
+    // for the standard algorithms
+    using iterator_category = std::bidirectional_iterator_tag;
+    using value_type = HLVError const*;
+    using difference_type = std::ptrdiff_t;
+    using pointer = void;
+    using reference = HLVError const*;
+
     const_iterator(std::list<HLVError*> const* list, std::list<HLVError*>::const_iterator position);
     const_iterator(const_iterator const& other);
     const_iterator(iterator const& other);
@@ -132,6 +156,16 @@ public:
 
     const_iterator& operator++() noexcept;
     const_iterator& operator--() noexcept;
+    const_iterator operator++(int) {
+        const_iterator const before(*this);
+        ++*this;
+        return before;
+    }
+    const_iterator operator--(int) {
+        const_iterator const before(*this);
+        --*this;
+        return before;
+    }
 
     bool operator==(iterator const& other) const noexcept;
     bool operator==(const_iterator const& other) const noexcept;

@@ -42,6 +42,10 @@ public:
     ResString(ResString const& other) noexcept;
     ~ResString();
 
+    // Whether a text would be kept whole.
+    static bool fits(HLVString const& text) noexcept { return text.size() <= maxLength; }
+    static bool fits(std::wstring const& text) noexcept { return text.size() <= maxLength; }
+
     // Each replaces what its argument is, id or text, and keeps the other.
     ResString& operator=(Binary16 const& id) noexcept;
     ResString& operator=(unsigned short const* text) noexcept;

@@ -5,8 +5,11 @@
 #include <Halvora/text/ITranslatable.h>
 #include <Halvora/types/Binary16.h>
 
+#include <cstddef>
+#include <functional>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 namespace Halvora {
 
@@ -51,6 +54,8 @@ public:
     bool operator!=(ResString const& other) const noexcept { return !(*this == other); }
 
 private:
+    friend struct std::hash<ResString2>;
+
     bool equals(Binary16 const& id, unsigned short const* text, std::size_t length) const noexcept;
 
     Binary16 m_id;
@@ -58,3 +63,15 @@ private:
 };
 
 } // namespace Halvora
+
+// Of what decides equality: the id, or the text when the id is empty.
+template <>
+struct std::hash<Halvora::ResString2> {
+    std::size_t operator()(Halvora::ResString2 const& value) const noexcept {
+        if (value.m_id != Halvora::Binary16::EMPTY) {
+            return std::hash<Halvora::Binary16>()(value.m_id);
+        }
+        auto const* const bytes = reinterpret_cast<char const*>(value.m_text.data());
+        return std::hash<std::string_view>()({bytes, value.m_text.size() * sizeof(short)});
+    }
+};

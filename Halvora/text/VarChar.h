@@ -3,7 +3,9 @@
 #include <Halvora/Export.h>
 
 #include <cstddef>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 namespace Halvora {
@@ -28,6 +30,10 @@ public:
 
     VarChar& operator=(VarChar const& other) noexcept;
     VarChar& operator=(std::wstring const& text) noexcept;
+
+    // Whether a text would be kept whole.
+    static bool fits(std::wstring const& text) noexcept { return text.size() <= maxLength; }
+    static bool fits(std::string const& text) noexcept { return text.size() <= maxLength; }
 
     void set(char const* text) noexcept; // zero-terminated
     void set(wchar_t const* text, unsigned short length) noexcept;
@@ -83,3 +89,11 @@ static_assert(sizeof(VarChar) == 1026 && std::is_standard_layout_v<VarChar> &&
               std::is_trivially_destructible_v<VarChar>);
 
 } // namespace Halvora
+
+template <>
+struct std::hash<Halvora::VarChar> {
+    std::size_t operator()(Halvora::VarChar const& value) const noexcept {
+        auto const* const bytes = reinterpret_cast<char const*>(value.pstr());
+        return std::hash<std::string_view>()({bytes, value.length() * std::size_t{2}});
+    }
+};

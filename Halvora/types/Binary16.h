@@ -10,6 +10,15 @@
 #include <iosfwd>
 #include <type_traits>
 
+#if defined(__has_include)
+#    if __has_include(<version>)
+#        include <version>
+#    endif
+#endif
+#if defined(__cpp_lib_three_way_comparison)
+#    include <compare>
+#endif
+
 namespace Halvora {
 
 // A plain 16-byte value: an identifier, raw bytes, or the carrier of one number in its leading
@@ -117,6 +126,14 @@ public:
     friend bool operator<(Binary16 const& a, Binary16 const& b) noexcept {
         return std::memcmp(a.m_bytes, b.m_bytes, sizeof a.m_bytes) < 0;
     }
+    friend bool operator>(Binary16 const& a, Binary16 const& b) noexcept { return b < a; }
+    friend bool operator<=(Binary16 const& a, Binary16 const& b) noexcept { return !(b < a); }
+    friend bool operator>=(Binary16 const& a, Binary16 const& b) noexcept { return !(a < b); }
+#if defined(__cpp_lib_three_way_comparison)
+    friend std::strong_ordering operator<=>(Binary16 const& a, Binary16 const& b) noexcept {
+        return std::memcmp(a.m_bytes, b.m_bytes, sizeof a.m_bytes) <=> 0;
+    }
+#endif
 
 private:
     constexpr void store(int at, int bytes, unsigned long long value) noexcept {

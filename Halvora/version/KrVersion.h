@@ -1,7 +1,10 @@
 #pragma once
 
 #include <Halvora/Export.h>
+#include <Halvora/types/Binary16.h>
 
+#include <cstddef>
+#include <functional>
 #include <iosfwd>
 #include <string>
 
@@ -82,3 +85,13 @@ HALVTYPES_API ostream& operator<<(ostream& stream, Halvora::KrVersion const& ver
 HALVTYPES_API wostream& operator<<(wostream& stream, Halvora::KrVersion const& version);
 
 } // namespace std
+
+// Of the version number, which decides equality.
+template <>
+struct std::hash<Halvora::KrVersion> {
+    std::size_t operator()(Halvora::KrVersion const& version) const noexcept {
+        unsigned int const parts[] = {version.getMajor(), version.getMinor(), version.getBuild(),
+                                      version.getRevision()};
+        return std::hash<Halvora::Binary16>()(Halvora::Binary16(parts, sizeof parts));
+    }
+};
