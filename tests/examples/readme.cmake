@@ -1,0 +1,11 @@
+# The README shows the first example and what it prints, to the letter.
+file(READ ${SOURCE_DIR}/README.md readme)
+file(READ ${SOURCE_DIR}/examples/first.cpp program)
+file(READ ${SOURCE_DIR}/examples/first.expected printed)
+string(REGEX REPLACE "([^\n]+\n)" "    \\1" printed "${printed}")
+foreach(text IN ITEMS program printed)
+    string(FIND "${readme}" "${${text}}" at)
+    if(at EQUAL -1)
+        message(FATAL_ERROR "README.md does not hold\n${${text}}")
+    endif()
+endforeach()
