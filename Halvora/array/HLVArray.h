@@ -227,6 +227,9 @@ private:
     template <typename Row>
     int getElements(unsigned short& count, typename Row::Value const*& values) const;
 
+    template <unsigned int Width>
+    int append(void const* value, eDataType type);
+
     void release() noexcept;
     void adopt(void* data, eDataType type, std::size_t count, std::size_t byteSize) noexcept;
 

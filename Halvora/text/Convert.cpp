@@ -53,22 +53,27 @@ class FieldWriter {
 public:
     using Char = typename Text::value_type;
 
-    explicit FieldWriter(std::vector<Text>& fields) : m_fields(fields) {}
+    explicit FieldWriter(std::vector<Text>& fields)
+        : m_fields(fields), m_next(fields.data()), m_end(m_next + fields.size()) {}
 
     void add(Char const* begin, Char const* end) {
-        if (m_count == m_fields.size()) {
+        if (m_next == m_end) {
             m_fields.emplace_back();
+            m_end = m_fields.data() + m_fields.size();
+            m_next = m_end - 1;
         }
-        m_fields[m_count++].assign(begin, static_cast<std::size_t>(end - begin));
+        m_next->assign(begin, static_cast<std::size_t>(end - begin));
+        ++m_next;
     }
     std::vector<Text>& finish() {
-        m_fields.resize(m_count);
+        m_fields.resize(static_cast<std::size_t>(m_next - m_fields.data()));
         return m_fields;
     }
 
 private:
     std::vector<Text>& m_fields;
-    std::size_t m_count = 0;
+    Text* m_next;
+    Text* m_end;
 };
 
 template <typename Text>

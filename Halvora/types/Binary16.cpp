@@ -29,39 +29,35 @@ void putDigits(char* out, unsigned char const* bytes) noexcept {
     }
 }
 
-// One formatted extraction of a character at a time, but through one sentry: white space is skipped
-// from the stream's own buffer. Answers false at the end of the buffer.
-bool nextDigit(std::streambuf& buffer, std::ctype<char> const* skipped, unsigned char& digit) {
-    using traits = std::streambuf::traits_type;
-    auto next = buffer.sgetc();
-    while (skipped != nullptr && next != traits::eof() &&
-           skipped->is(std::ctype_base::space, traits::to_char_type(next))) {
-        next = buffer.snextc();
+// Removes what formatted extractions of single characters would skip.
+char* removeSpace(std::istream const& stream, char* begin, char* end) {
+    if ((stream.flags() & std::ios_base::skipws) == 0) {
+        return end;
     }
-    if (next == traits::eof()) {
-        return false;
-    }
-    digit = static_cast<unsigned char>(next);
-    buffer.sbumpc();
-    return true;
+    std::locale const locale = stream.getloc();
+    auto const& characters = std::use_facet<std::ctype<char>>(locale);
+    return std::remove_if(begin, end,
+                          [&](char c) { return characters.is(std::ctype_base::space, c); });
 }
 
-// Digits until the buffer ends, byte 15 first; answers whether it held all of them.
+// Answers whether the stream held all digits. What is still missing is read at once, since no fewer
+// characters can follow; of what white space takes up in it, the same is missing again.
 bool readDigits(std::istream& stream, unsigned char* bytes) {
-    std::locale const locale = stream.getloc();
-    auto const* const skipped = (stream.flags() & std::ios_base::skipws) != 0
-                                    ? &std::use_facet<std::ctype<char>>(locale)
-                                    : nullptr;
-    for (int i = 15; i >= 0; --i) {
-        unsigned char high = 0;
-        unsigned char low = 0;
-        if (!nextDigit(*stream.rdbuf(), skipped, high) ||
-            !nextDigit(*stream.rdbuf(), skipped, low)) {
-            return false;
-        }
-        bytes[i] = detail::hexByte(high, low);
+    char digits[digitCount];
+    char* const all = digits + digitCount;
+    char* end = digits;
+    bool isComplete = true;
+    while (end != all && isComplete) {
+        std::streamsize const wanted = all - end;
+        std::streamsize const got = stream.rdbuf()->sgetn(end, wanted);
+        isComplete = got == wanted;
+        end = removeSpace(stream, end, end + got);
     }
-    return true;
+    for (int i = 0; i < (end - digits) / 2; ++i) {
+        bytes[15 - i] = detail::hexByte(static_cast<unsigned char>(digits[2 * i]),
+                                        static_cast<unsigned char>(digits[2 * i + 1]));
+    }
+    return isComplete;
 }
 
 // As the standard's own extractions do with an exception of the stream's buffer: badbit is set, and

@@ -15,7 +15,8 @@ template <typename To, typename From>
 constexpr To convertElement(From element) noexcept {
     auto const value = static_cast<std::make_unsigned_t<From>>(element);
     if constexpr (sizeof(To) == 1) {
-        return static_cast<To>(value > 0xFF ? 0x20 : value);
+        // The shift spares an unsigned comparison, which vectors of x86-64 lack.
+        return static_cast<To>((value >> 8) != 0 ? 0x20 : value);
     } else {
         return static_cast<To>(value);
     }
@@ -46,6 +47,10 @@ inline constexpr std::size_t chunkLength = 256;
 template <typename String, typename From>
 void convertInto(String& out, From const* in, std::size_t n) {
     using To = typename String::value_type;
+    if (n == out.size()) {
+        convertRun(out.data(), in, n);
+        return;
+    }
     if (n > out.capacity()) {
         out.clear(); // nothing to carry over into the new buffer
     }
