@@ -1,0 +1,201 @@
+# halv-inspect on small files: every kind, every option, what is damaged, cut at every byte, and
+# wrong usage.
+
+# Writes bytes given as hexadecimal digits in pairs.
+function(write_bytes file hex)
+    string(REGEX REPLACE " *([0-9A-F][0-9A-F]) *" "\\\\x\\1" escapes "${hex}")
+    execute_process(COMMAND printf "${escapes}" OUTPUT_FILE ${file})
+endfunction()
+
+# Runs the program in the folder of the files and checks its exit status and standard output, and
+# standard error by a pattern.
+function(expect status output error_pattern)
+    execute_process(
+        COMMAND ${PROGRAM} ${ARGN}
+        WORKING_DIRECTORY ${WORK_DIR}
+        INPUT_FILE ${WORK_DIR}/input
+        OUTPUT_VARIABLE actual
+        ERROR_VARIABLE errors
+        RESULT_VARIABLE result
+    )
+    if(NOT "${result}" STREQUAL "${status}"
+       OR NOT "${actual}" STREQUAL "${output}"
+       OR NOT "${errors}" MATCHES "${error_pattern}")
+        message(
+            SEND_ERROR
+            "${ARGN}\nhas to end with ${status}, write\n${output}and say ${error_pattern}\n"
+            "but ended with ${result}, wrote\n${actual}and said ${errors}"
+        )
+    endif()
+endfunction()
+
+set(pump_id "78 56 34 12 BC 9A F0 DE 08 07 06 05 04 03 02 01 ")
+set(pump_hex 0x0102030405060708DEF09ABC12345678)
+set(pump_grouped 12345678-9abc-def0-0807-060504030201)
+set(no_id "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 ")
+set(no_hex 0x00000000000000000000000000000000)
+set(no_grouped 00000000-0000-0000-0000-000000000000)
+set(pump_json "\"id\":\"${pump_hex}\",\"grouped\":\"${pump_grouped}\"")
+set(no_json "\"id\":\"${no_hex}\",\"grouped\":\"${no_grouped}\"")
+
+file(REMOVE_RECURSE ${WORK_DIR})
+file(MAKE_DIRECTORY ${WORK_DIR}/folder)
+write_bytes(${WORK_DIR}/input "")
+
+# Two records of each kind, the first with the text "a", the second without one.
+write_bytes(${WORK_DIR}/packed "${pump_id} 01 00 61 00 ${no_id} 00 00")
+write_bytes(${WORK_DIR}/slot "${pump_id} 01 00 61 00 00 00 ${no_id} 00 00 00 00 00 01")
+write_bytes(${WORK_DIR}/raw "01 00 61 00 00 00")
+write_bytes(${WORK_DIR}/raw-slot "01 00 61 00 30 30 00 00 30 30 00 30")
+write_bytes(${WORK_DIR}/id "${pump_id} ${no_id}")
+
+set(kept "\"fillIntact\":true}\n")
+set(lost "\"fillIntact\":false}\n")
+set(a "\"length\":1,\"text\":\"a\"")
+set(none "\"length\":0,\"text\":\"\"")
+set(packed_0 "{\"offset\":0,\"kind\":\"packed\",\"size\":20,${pump_json},${a}}\n")
+set(packed_20 "{\"offset\":20,\"kind\":\"packed\",\"size\":18,${no_json},${none}}\n")
+set(slot_0 "{\"offset\":0,\"kind\":\"slot\",\"size\":22,${pump_json},${a},${kept}")
+set(slot_22 "{\"offset\":22,\"kind\":\"slot\",\"size\":22,${no_json},${none},${lost}")
+set(raw_0 "{\"offset\":0,\"kind\":\"raw\",\"size\":4,${a}}\n")
+set(raw_4 "{\"offset\":4,\"kind\":\"raw\",\"size\":2,${none}}\n")
+set(raw-slot_0 "{\"offset\":0,\"kind\":\"raw-slot\",\"size\":6,${a},${kept}")
+set(raw-slot_6 "{\"offset\":6,\"kind\":\"raw-slot\",\"size\":6,${none},${lost}")
+set(id_0 "{\"offset\":0,\"kind\":\"id\",\"size\":16,${pump_json}}\n")
+set(id_16 "{\"offset\":16,\"kind\":\"id\",\"size\":16,${no_json}}\n")
+
+set(damaged "^Error -1004996\n  P1:")
+
+# Cut behind every byte: what is whole is printed, and where the rest begins is said.
+foreach(row IN ITEMS packed:20:38 slot:22:44 raw:4:6 raw-slot:6:12 id:16:32)
+    string(REPLACE ":" ";" row ${row})
+    list(GET row 0 kind)
+    list(GET row 1 second)
+    list(GET row 2 size)
+    set(options --json --kind ${kind})
+    if(kind MATCHES slot)
+        list(APPEND options --capacity 2)
+    endif()
+    file(READ ${WORK_DIR}/${kind} hex HEX)
+    string(TOUPPER ${hex} hex)
+    foreach(length RANGE ${size})
+        math(EXPR digits "2 * ${length}")
+        string(SUBSTRING ${hex} 0 ${digits} start)
+        write_bytes(${WORK_DIR}/cut "${start}")
+        if(length EQUAL 0)
+            expect(0 "" "^$" ${options} cut)
+        elseif(length LESS second)
+            expect(1 "" "${damaged} 0\n  P2: truncated: [0-9]+ of [0-9]+ bytes\n$" ${options} cut)
+        elseif(length EQUAL second)
+            expect(0 "${${kind}_0}" "^$" ${options} cut)
+        elseif(length LESS size)
+            expect(1 "${${kind}_0}" "${damaged} ${second}\n  P2: truncated: " ${options} cut)
+        else()
+            expect(0 "${${kind}_0}${${kind}_${second}}" "^$" ${options} cut)
+        endif()
+    endforeach()
+endforeach()
+
+# For a reader.
+set(ids "  id    ${pump_hex}\n        ${pump_grouped}\n")
+expect(0 "offset 0 (0x0): packed, 20 bytes\n${ids}  text  \"a\"\n  units 1\n" "^$"
+    --kind packed --count 1 packed)
+expect(0 "offset 0 (0x0): slot, 20 bytes\n${ids}  text  \"a\"\n  units 1\n  fill  intact\n" "^$"
+    --kind slot --capacity=1 --count=1 slot)
+expect(0 "offset 6 (0x6): raw-slot, 6 bytes\n  text  \"\"\n  units 0\n  fill  not intact\n" "^$"
+    --kind raw-slot --capacity 0x2 --offset 0x6 raw-slot)
+expect(0 "offset 0 (0x0): id, 16 bytes\n${ids}" "^$" --kind id --stride 32 id)
+
+# Characters: a quote, a backslash, a line end, two pairs of surrogates, surrogates the wrong way
+# round and at the end, a control character, one of two bytes and one of three.
+write_bytes(${WORK_DIR}/characters
+    "0E 00 22 00 5C 00 0A 00 3D D8 00 DE 00 D8 00 DC 00 DC 00 D8 9B 00 E9 00 AC 20 00 D8 FF DB")
+set(text [=[\"\\\u000a😀𐀀\udc00\ud800\u009bé€\ud800\udbff]=])
+expect(0 "{\"offset\":0,\"kind\":\"raw\",\"size\":30,\"length\":14,\"text\":\"${text}\"}\n" "^$"
+    --kind raw --json characters)
+
+# A default slot has room for the longest text. Records that lie across many blocks of the file.
+string(REPEAT "2E 00 " 510 dots)
+string(REPEAT "." 510 dots_text)
+set(content "")
+set(output "")
+foreach(i RANGE 10 40)
+    string(REGEX REPLACE "(.)" "3\\1 00 " digits ${i})
+    string(APPEND content "00 02 ${digits}${dots}")
+    math(EXPR offset "1026 * (${i} - 10)")
+    string(APPEND output "{\"offset\":${offset},\"kind\":\"raw-slot\",\"size\":1026,\"length\":512,"
+        "\"text\":\"${i}${dots_text}\",\"fillIntact\":true}\n")
+endforeach()
+write_bytes(${WORK_DIR}/long "${content}")
+expect(0 "${output}" "^$" --kind raw-slot --json long)
+expect(0 "{\"offset\":9226,\"kind\":\"raw\",\"size\":2,\"length\":0,\"text\":\"\"}\n" "^$"
+    --kind raw --json --offset 9226 --count 1 /dev/zero)
+
+# Standard input, named and not.
+configure_file(${WORK_DIR}/raw ${WORK_DIR}/input COPYONLY)
+expect(0 "${raw_0}${raw_4}" "^$" --kind raw --json)
+expect(0 "${raw_4}" "^$" --kind raw --json --offset 4 -)
+
+# A stride goes on behind a damaged record, and may be smaller than the records.
+write_bytes(${WORK_DIR}/impossible "01 00 61 00 FF FF FF FF 00 00")
+write_bytes(${WORK_DIR}/zeros "00 00 00 00 00 00 00")
+set(above "2: impossible: a length of")
+expect(1 "${raw_0}" "${damaged} 4\n  P${above} 65535 units, above 512\n$"
+    --kind raw --json impossible)
+expect(1 "${raw_0}{\"offset\":8,\"kind\":\"raw\",\"size\":2,${none}}\n" "${damaged} 4\n[^\n]+\n$"
+    --kind raw --json --stride 4 impossible)
+expect(0 "${raw_4}{\"offset\":5,\"kind\":\"raw\",\"size\":2,${none}}\n" "^$"
+    --kind raw --json --offset 4 --stride 1 --count 2 zeros)
+
+# One unit more than there can be, and than the slot has room for.
+write_bytes(${WORK_DIR}/packed129 "${no_id} 81 00")
+write_bytes(${WORK_DIR}/raw513 "01 02")
+expect(1 "" "${damaged} 0\n  P${above} 129 units, above 128\n$" --kind packed packed129)
+expect(1 "" "${above} 129 units, above 128\n$" --kind slot packed129)
+expect(1 "" "${above} 129 units, above 128\n$" --kind slot --capacity 65535 packed129)
+expect(1 "" "${above} 513 units, above 512\n$" --kind raw raw513)
+expect(1 "" "${above} 1 units, above 0\n$" --kind slot --capacity 0 packed)
+
+# Fewer records than asked for, none where they should begin, nothing to read or to write to.
+expect(1 "${raw_0}${raw_4}" "${damaged} 8\n  P2: truncated: 0 of 2 bytes\n$"
+    --kind raw --json --count 0x5 --stride 4 raw)
+expect(1 "" "${damaged} 6\n" --kind raw --offset 6 raw)
+expect(1 "" "${damaged} 9223372036854775807\n" --kind raw --offset 0x7FFFFFFFFFFFFFFF raw)
+expect(0 "" "^$" --kind raw --count 0 raw)
+expect(1 "" "^Error -2\n  P1: missing\n  P2: [^\n]+\n$" --kind raw missing)
+expect(1 "" "^Error -21\n  P1: 0\n  P2: [^\n]+\n$" --kind raw folder)
+execute_process(
+    COMMAND ${PROGRAM} --kind raw ${WORK_DIR}/raw
+    OUTPUT_FILE /dev/full
+    ERROR_VARIABLE errors
+    RESULT_VARIABLE result
+)
+if(NOT result EQUAL 1 OR NOT errors MATCHES "^Error -5\n  P1: standard output\n")
+    message(SEND_ERROR "a full device ends with ${result}: ${errors}")
+endif()
+
+# Usage.
+execute_process(COMMAND ${PROGRAM} --help OUTPUT_VARIABLE help RESULT_VARIABLE result)
+foreach(option IN ITEMS kind offset stride capacity count json)
+    if(NOT result EQUAL 0 OR NOT help MATCHES " --${option} ")
+        message(SEND_ERROR "--help ends with ${result} and does not tell --${option}:\n${help}")
+    endif()
+endforeach()
+foreach(
+    wrong IN ITEMS
+    ""
+    "--kind"
+    "--kind;text;raw"
+    "--kind;packed;--capacity;1;packed"
+    "--kind;slot;--capacity;65536;slot"
+    "--kind;raw;--stride;0;raw"
+    "--kind;raw;--offset;-1;raw"
+    "--kind;raw;--offset=;raw"
+    "--kind;raw;--offset;0x;raw"
+    "--kind;raw;--offset;1k;raw"
+    "--kind;raw;--count;0x8000000000000000;raw"
+    "--kind;raw;--color;raw"
+    "--kind;raw;raw;raw"
+)
+    expect(2 "" "--help" ${wrong})
+endforeach()
