@@ -2,9 +2,9 @@
 
 GDB loads them with the library; where it does not, `source` this file. A printer never fails: what
 cannot be had, because a pointer is wild or a length impossible, reads <unreadable>. Sizes and
-offsets come from the debug information, so that programs for other machines are shown alike. What a
-program was compiled without, the library's own debug information has to give: most compilers
-describe a class with virtual functions only there. Without either GDB says <incomplete type>.
+offsets come from the debug information, so that programs for other machines are shown alike. Often
+the library's alone describes the classes with virtual functions: without it, GDB says <incomplete
+type>.
 """
 
 import gdb
@@ -16,7 +16,7 @@ UNREADABLE = "<unreadable>"
 # In code units: what is read of a text under `set print elements unlimited`.
 MOST_UNITS = 1 << 20
 
-# The C++ types of the elements but texts, by the names of their data types without the leading DT_.
+# The C++ types of all values but texts, by the names of the data types without the leading DT_.
 SCALARS = {
     "BOOL": "bool",
     "BYTE": "unsigned char",
@@ -126,10 +126,16 @@ def quoted(source, length, capacity):
 def string(value):
     """A std::basic_string, of libstdc++ or of libc++ (14 and 19)."""
     if has(value, "_M_dataplus"):
-        start, local = value["_M_dataplus"]["_M_p"], value["_M_local_buf"]
-        is_local = local.address is not None and int(local.address) == int(start)
-        capacity = length_of(local) - 1 if is_local else int(value["_M_allocated_capacity"])
-        return quoted(start, int(value["_M_string_length"]), capacity)
+        start, length = value["_M_dataplus"]["_M_p"], int(value["_M_string_length"])
+        local = value["_M_local_buf"]
+        # What a function returned lies nowhere: GDB would copy the array into the program.
+        if value.address is None:
+            is_local = length < length_of(local)
+        else:
+            is_local = int(local.address) == int(start)
+        if is_local:
+            return quoted(local, length, length_of(local) - 1)
+        return quoted(start, length, int(value["_M_allocated_capacity"]))
     forms = value["__r_"]["__value_"]
     near, far = forms["__s"], forms["__l"]
     size, room = int(near["__size_"]), int(far["__cap_"])

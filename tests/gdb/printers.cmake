@@ -1,0 +1,87 @@
+# Runs the program in GDB, damages some of its objects, prints all of them, and compares that with
+# what is expected. In an emulator the same is done once more with the core that the program leaves.
+#   cmake -D GDB=<its name> -D PROGRAM=<program> -D LIBRARY_DIR=<folder of the library>
+#         -D WORK=<folder to work in>
+#         [-D PRINTERS=<file>]                  sourced, instead of what the library brings along
+#         [-D EMULATOR=<command, a list> -D SYSROOT=<folder>]
+#         -P printers.cmake
+set(here ${CMAKE_CURRENT_LIST_DIR})
+include(${here}/FindGdb.cmake)
+if(NOT gdb)
+    return()
+endif()
+
+if(PRINTERS)
+    list(APPEND gdb -iex "source ${PRINTERS}")
+else()
+    list(APPEND gdb -iex "add-auto-load-safe-path ${LIBRARY_DIR}")
+endif()
+set(print
+    -ex "set logging file printed"
+    -ex "set logging redirect on"
+    -ex "set logging enabled on"
+    -x ${here}/printers.gdb
+    -ex "set logging enabled off"
+)
+
+# Leaves what the last command wrote in `output`.
+macro(run)
+    execute_process(
+        ${ARGN}
+        WORKING_DIRECTORY ${WORK}
+        OUTPUT_VARIABLE output
+        ERROR_VARIABLE output
+        TIMEOUT 300
+    )
+    if(output MATCHES "ptrace: Operation not permitted")
+        message("SKIPPED: no program may be debugged here")
+        return()
+    endif()
+    if(output MATCHES "Python Exception|Traceback|Error in sourced")
+        message("${output}")
+        message(FATAL_ERROR "GDB met an error")
+    endif()
+endmacro()
+
+macro(expect_printed)
+    execute_process(
+        COMMAND diff -u ${here}/printers.expected ${WORK}/printed
+        OUTPUT_VARIABLE difference
+        ERROR_VARIABLE difference
+        RESULT_VARIABLE differs
+    )
+    if(differs)
+        message("${output}\n${difference}")
+        message(FATAL_ERROR "GDB printed something else")
+    endif()
+    file(REMOVE ${WORK}/printed)
+endmacro()
+
+file(REMOVE_RECURSE ${WORK})
+file(MAKE_DIRECTORY ${WORK})
+if(NOT EMULATOR)
+    run(COMMAND ${gdb} -ex "break ready" -ex run -x ${here}/damage.gdb ${print} ${PROGRAM})
+    expect_printed()
+    return()
+endif()
+
+list(
+    APPEND gdb
+    -iex "set sysroot ${SYSROOT}"
+    -iex "set solib-search-path ${LIBRARY_DIR}"
+)
+run(
+    COMMAND sh -c "ulimit -c unlimited && exec \"$@\"" sh ${EMULATOR} -g ./socket ${PROGRAM}
+    COMMAND
+        ${gdb} -x ${here}/remote.gdb -ex "break ready" -ex continue -x ${here}/damage.gdb ${print}
+        -ex "handle SIGABRT nostop noprint pass" -ex continue ${PROGRAM}
+)
+expect_printed()
+
+file(GLOB core ${WORK}/qemu_*.core)
+if(NOT core)
+    message(FATAL_ERROR "the emulated program left no core\n${output}")
+endif()
+run(COMMAND ${gdb} ${print} ${PROGRAM} ${core})
+expect_printed()
+file(REMOVE_RECURSE ${WORK}) # cores are large
