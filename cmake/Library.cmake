@@ -77,6 +77,8 @@ target_compile_options(
         -ffp-contract=off
         # Calls inside the library go straight, without the procedure linkage table.
         -fno-semantic-interposition
+        # A symbol that is unique in the process would keep the library from being unloaded.
+        $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
         -ffunction-sections
         -fdata-sections
         # The same bytes wherever the tree and the build folder lie. The last map that fits wins,

@@ -8,7 +8,8 @@ execute_process(
     RESULT_VARIABLE result
 )
 if(NOT result EQUAL 0)
-    message(FATAL_ERROR "${COMMAND} ended with ${result}\n${errors}")
+    message("${errors}")
+    message(FATAL_ERROR "${COMMAND} ended with ${result}")
 endif()
 
 execute_process(
@@ -18,7 +19,6 @@ execute_process(
     ERROR_QUIET
 )
 if(differs)
-    file(READ ${EXPECTED} expected)
-    file(READ ${ACTUAL} actual)
-    message(FATAL_ERROR "${EXPECTED} expects\n${expected}\nbut the program wrote\n${actual}")
+    execute_process(COMMAND diff -u ${EXPECTED} ${ACTUAL})
+    message(FATAL_ERROR "the program does not print ${EXPECTED}")
 endif()

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <new>
 #include <ostream>
+#include <type_traits>
 #include <utility>
 
 namespace Halvora {
@@ -451,7 +453,7 @@ int HLVArray::_set(unsigned short count, void const* values, eDataType type, uns
     HLVArray old(type); // outlives the copy, since the values may be part of it
     void* block = m_data;
     if (m_count < count || m_type != type) {
-        old.moveFrom(*this, type);
+        old.moveFrom(*this, m_type);
         block = size != 0 ? resizedBlock(nullptr, size) : nullptr;
     }
     if (size != 0) {

@@ -205,9 +205,9 @@ protected:
     // As init.
     int _init(unsigned short count, eDataType type, unsigned int width);
     int _add(void const* value, eDataType type, unsigned int width);
-    // Replaces the contents, in the storage at hand when the type is the same and it has the room,
-    // which is not shrunk. The null pointer is tested first. On a failed allocation the array is
-    // empty.
+    // Replaces the contents, in the storage at hand, which is not shrunk, when the type is the same
+    // and the count does not grow. The null pointer is tested first. On a failed allocation the
+    // array is empty and keeps its type.
     int _set(unsigned short count, void const* values, eDataType type, unsigned int width);
     int _setIndex(unsigned short index, void const* value, eDataType type, unsigned int width);
     int _setRange(unsigned short start, unsigned short count, void const* values, eDataType type,

@@ -167,8 +167,9 @@ struct std::hash<Halvora::Binary16> {
         std::uint64_t half[2];
         std::memcpy(half, &value, sizeof half);
         // Odd multipliers and shifts (the finisher of splitmix64) spread ids that differ in few
-        // bits.
-        std::uint64_t mixed = half[0] ^ (half[1] * 0x9E3779B97F4A7C15u);
+        // bits. Without the first shift the top bits of the halves could cancel each other out.
+        std::uint64_t mixed = half[1] * 0x9E3779B97F4A7C15u;
+        mixed ^= (mixed >> 32) ^ half[0];
         mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9u;
         mixed = (mixed ^ (mixed >> 27)) * 0x94D049BB133111EBu;
         return static_cast<std::size_t>(mixed ^ (mixed >> 31));
