@@ -1,0 +1,57 @@
+// A pointer must not turn into a value, and nothing without a text form slip into a stream by way
+// of a conversion: with all headers, and with each alone that declares a text form. The first cases
+// claim that something does.
+#if defined(HALV_CASE_1)
+#    include <Halvora/array/HLVArray.h>
+#elif defined(HALV_CASE_2)
+#    include <Halvora/error/HLVError.h>
+#elif defined(HALV_CASE_3)
+#    include <Halvora/version/KrVersion.h>
+#else
+#    define WITH_ALL_HEADERS
+#    include <Halvora/Halvora.h>
+#endif
+#include <Halvora/text/ResString.h>
+
+#include <ostream>
+
+using namespace Halvora;
+
+template <typename Stream, typename Value, typename = void>
+constexpr bool inserts = false;
+template <typename S, typename Value>
+constexpr bool inserts<S, Value, decltype(void(std::declval<S&>() << std::declval<Value&>()))> =
+    true;
+template <typename... Values>
+constexpr bool anyInserts = ((inserts<std::ostream, Values> || inserts<std::wostream, Values>) ||
+                             ...);
+constexpr bool slipsIn = anyInserts<Binary16, HLVString, ResString, std::exception> ||
+                         inserts<std::ostream, std::wstring>;
+
+#if !defined(WITH_ALL_HEADERS)
+static_assert(slipsIn);
+#else
+static_assert(!slipsIn && !anyInserts<ResString2, VarChar> && inserts<std::wostream, HLVError>);
+static_assert(std::is_constructible_v<HLVArray, bool> &&
+              std::is_constructible_v<HLVError::Param, char*>);
+
+template <typename T, typename... Arguments>
+constexpr bool anyBuilds = (std::is_constructible_v<T, Arguments> || ...);
+static_assert(!anyBuilds<HLVArray, char const*, wchar_t const*, int*, std::nullptr_t>);
+static_assert(!anyBuilds<HLVError::Param, void*, int const*, std::nullptr_t>);
+static_assert(!anyBuilds<HLVError::List, HLVError::List&> && !anyBuilds<std::hash<ResString>>);
+static_assert(!std::is_copy_assignable_v<HLVError>);
+
+void use(HLVArray& array, Binary16& value, ResString const& text) {
+    static_cast<void>(array.addBool(true) + array.setBool(0, text == text) + value.set(true));
+#    if defined(HALV_CASE_4)
+    array.addBool("x");
+#    elif defined(HALV_CASE_5)
+    array.setBool(0, "x");
+#    elif defined(HALV_CASE_6)
+    value.set("x");
+#    elif defined(HALV_CASE_7)
+    static_cast<void>(text < text);
+#    endif
+}
+#endif

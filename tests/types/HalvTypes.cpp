@@ -1,0 +1,55 @@
+#include <Halvora/types/HalvTypes.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using namespace Halvora;
+
+// A type's number as one digit.
+static constexpr char digits[] = "0123456789ABCDEF";
+
+TEST(HalvTypes, everyNumberHasItsNamesItsGroupAndItsList) {
+    char const* const names[] = {"VOID",   "BOOL",   "BYTE",     "INT16",     "INT32",    "INT64",
+                                 "UINT16", "UINT32", "UINT64",   "FLOAT",     "DOUBLE",   "STRING",
+                                 "TICK",   "ID",     "BINARY16", "STRINGRES", "!UNKNOWN!"};
+    char const* const lists[] = {"0", "1", "2345678A9", "BF", "C", "D", "E"};
+    for (int number = -2; number < 19; ++number) {
+        SCOPED_TRACE(number);
+        int const row = number < 0 || number > 15 ? 16 : number;
+        std::string const name = names[row];
+        auto const type = static_cast<eDataType>(number);
+        EXPECT_EQ(name, HalvTypes::dataTypeToString(type));
+        EXPECT_EQ(std::wstring(name.begin(), name.end()), HalvTypes::dataTypeToWString(type));
+        EXPECT_EQ("01222222222345630"[row] - '0', HalvTypes::getDataTypeGroup(type));
+
+        int const known = row < 7 ? row : 0;
+        auto const group = static_cast<eDataTypeGroup>(number);
+        eDataType const* list = nullptr;
+        int count = -1;
+        HalvTypes::getDataTypeGroup(group, list, count);
+        std::string types;
+        std::for_each(list, list + count, [&](eDataType member) { types += digits[member]; });
+        EXPECT_EQ(lists[known], types);
+        EXPECT_EQ("01AFCDE"[known], digits[HalvTypes::getMaxDataType(group)]);
+    }
+}
+
+TEST(HalvTypes, theSmallestCommonTypeHoldsBothTypes) {
+    // Rows and columns: byte to double.
+    char const* const numeric[] = {"23456789A", "334545A9A", "444545A9A", "555555AAA", "64456789A",
+                                   "75557789A", "8AAA888AA", "999A99A9A", "AAAAAAAAA"};
+    for (int a = -1; a <= 16; ++a) {
+        for (int b = -1; b <= 16; ++b) {
+            bool const areNumeric = std::min(a, b) > 1 && std::max(a, b) < 11;
+            bool const areTexts = a * b == 11 * 15 && a + b == 11 + 15;
+            bool const isCommon = a == b || a == 0 || b == 0 || areNumeric || areTexts;
+            int const expected = a == b || b == 0 ? a : a == 0 ? b : areTexts ? 15 : 0;
+            eDataType common = DT_TICK;
+            EXPECT_EQ(isCommon,
+                      HalvTypes::getSmallestCommonDataType(eDataType(a), eDataType(b), common));
+            EXPECT_TRUE(areNumeric ? digits[common] == numeric[a - 2][b - 2] : common == expected)
+                << a << ' ' << b << ' ' << common;
+        }
+    }
+}
