@@ -40,18 +40,22 @@ struct StreamFormatter : std::formatter<std::basic_string_view<Char>, Char> {
 
 } // namespace Halvora::detail
 
+// The whole chain.
 template <typename Char>
 struct std::formatter<Halvora::HLVError, Char>
     : Halvora::detail::StreamFormatter<Halvora::HLVError, Char> {};
 
+// The value alone.
 template <typename Char>
 struct std::formatter<Halvora::HLVError::Param, Char>
     : Halvora::detail::StreamFormatter<Halvora::HLVError::Param, Char> {};
 
+// The number, and the release type where it is written.
 template <typename Char>
 struct std::formatter<Halvora::KrVersion, Char>
     : Halvora::detail::StreamFormatter<Halvora::KrVersion, Char> {};
 
+// "{}" is the hexadecimal, "{:g}" the grouped form; all else is std::format_error.
 template <typename Char>
 struct std::formatter<Halvora::Binary16, Char> {
     template <typename Context>

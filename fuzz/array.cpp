@@ -25,11 +25,12 @@ HLVArray arrayOf(Model const& model) {
 // Operations on one array, with runs of equal elements, with another array and with itself.
 void run(Bytes& bytes) {
     Model model{DT_STRING, U"", false};
-    for (HLVArray array(model.type); bytes.remaining_bytes() != 0;) {
+    HLVArray array(model.type);
+    for (int steps = 32; steps > 0 && bytes.remaining_bytes() != 0; --steps) {
         bool const text = bytes.ConsumeBool();
         auto const start = bytes.ConsumeIntegralInRange<unsigned short>(0, 9);
         auto const count = bytes.ConsumeIntegralInRange<unsigned short>(0, 9);
-        auto const element = bytes.ConsumeIntegralInRange<char32_t>(1, 20);
+        auto const element = bytes.ConsumeIntegralInRange<char32_t>(1, 8);
         std::vector<unsigned long long> const ticks(9, element);
         std::vector<std::wstring> const strings(9, std::wstring(element, L'x'));
         Model run{text ? DT_STRING : DT_TICK, std::u32string(count, element), count != 0};
@@ -53,7 +54,7 @@ void run(Bytes& bytes) {
             assert(result == (refused ? ERR_WRONG_TYPE : range));
             std::fill_n(&model.elements[at], result == 0 ? count : 0, element);
         } else {
-            bool const self = operation == 4 && array.getCount() < 99;
+            bool const self = operation == 4 && array.getCount() < 50;
             run = self ? model : run;
             int const result = self         ? array.add(array)
                                : count != 1 ? array.add(arrayOf(run))

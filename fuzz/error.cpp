@@ -38,7 +38,7 @@ void run(Bytes& bytes) {
     HLVError::List list;
     Chain held = none;
     std::vector<Chain> listed;
-    while (bytes.remaining_bytes() != 0) {
+    for (int left = 32; left > 0 && bytes.remaining_bytes() != 0; --left) {
         auto const steps = bytes.ConsumeIntegralInRange(0u, 20u);
         auto const at = listed.begin() + steps % (listed.size() + 1);
         auto position = list.begin();

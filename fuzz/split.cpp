@@ -38,7 +38,7 @@ void compareTokens(std::string rest, std::string const& delimiter) {
 
 void run(Bytes& bytes) {
     std::string const delimiter = bytes.ConsumeBytesAsString(bytes.ConsumeIntegralInRange(0u, 3u));
-    std::string const text = bytes.ConsumeRemainingBytesAsString();
+    std::string const text = bytes.ConsumeBytesAsString(200);
     std::wstring wide(text.begin(), text.end());
     // A wide stream takes this one for its end.
     std::replace(wide.begin(), wide.end(), static_cast<wchar_t>(WEOF), L'\x122');

@@ -13,12 +13,15 @@ namespace Halvora {
 template <typename T>
 class ArrayView {
 public:
+    // As the standard library calls them.
     using value_type = T;
     using const_iterator = T const*;
 
+    // No element, or `size` elements from `data` on, which stay their owner's.
     constexpr ArrayView() noexcept = default;
     constexpr ArrayView(T const* data, std::size_t size) noexcept : m_data(data), m_size(size) {}
 
+    // The elements in their order. No index is tested.
     constexpr T const* begin() const noexcept { return m_data; }
     constexpr T const* end() const noexcept { return m_data + m_size; }
     constexpr T const* data() const noexcept { return m_data; }

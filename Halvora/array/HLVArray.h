@@ -72,6 +72,7 @@ public:
     HLVArray(unsigned short count, std::wstring const* values);
     HLVArray(unsigned short count, ResString const* values);
 
+    // As the constructors, with element type DT_ID or DT_TICK.
     static HLVArray createID(Binary16 const& value);
     static HLVArray createID(unsigned short count, Binary16 const* values);
     static HLVArray createTick(unsigned long long const& value);
@@ -239,6 +240,7 @@ private:
     void* m_data = nullptr;
 };
 
+// Exchanges types and elements; nothing is copied.
 inline void swap(HLVArray& a, HLVArray& b) noexcept {
     a.swap(b);
 }

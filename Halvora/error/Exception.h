@@ -10,6 +10,7 @@ namespace Halvora {
 // An exception with a code, a message and a trace that every layer may extend.
 class HALVTYPES_API Exception : public std::exception {
 public:
+    // Keeps copies of the texts.
     Exception(int const& code, std::string const& message, std::string const& trace);
     Exception(Exception const& other);
 
@@ -17,6 +18,7 @@ public:
     Exception& operator=(Exception const& other) noexcept;
     ~Exception() override;
 
+    // What the exception was constructed with, and what was added to the trace.
     int const& code() const noexcept { return m_code; }
     char const* what() const noexcept override; // the message
     std::string const& trace() const noexcept { return m_trace; }

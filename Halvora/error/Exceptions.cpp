@@ -34,8 +34,7 @@ HLVErrorException::HLVErrorException(HLVErrorException const& other)
       m_error(HLVError::copy(other.m_error)) {}
 
 HLVErrorException::HLVErrorException(HLVErrorException&& other) noexcept
-    : std::exception(other),
-      m_trace(std::exchange(other.m_trace, {})),
+    : m_trace(std::exchange(other.m_trace, {})),
       m_what(std::exchange(other.m_what, {})),
       m_error(std::exchange(other.m_error, nullptr)) {}
 

@@ -27,6 +27,7 @@ public:
     // "Error " and the code, whatever happens to the trace.
     char const* what() const noexcept override;
 
+    // The text given at construction, and what was added.
     std::string const& trace() const noexcept { return m_trace; }
 
     // The exception keeps ownership; HLVError::copy makes one that outlives it.

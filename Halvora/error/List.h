@@ -16,6 +16,7 @@ public:
     class iterator;
     class const_iterator;
 
+    // Empty, or with the argument added as by add.
     List();
     explicit List(HLVError* error);
     explicit List(Holder& holder);
@@ -41,6 +42,7 @@ public:
     // Deletes every entry.
     void clear() noexcept;
 
+    // Of all entries, of those below code 0, and of those above.
     int getCount() const noexcept;
     int getErrorCount() const noexcept { return m_errorCount; }
     int getWarningCount() const noexcept { return m_warningCount; }
@@ -49,6 +51,7 @@ public:
     HLVError* getFirstError() const noexcept;
     HLVError* getLastError() const noexcept;
 
+    // The first entry, and the position behind the last one.
     iterator begin();
     iterator end();
     const_iterator begin() const;
@@ -89,24 +92,27 @@ private:
 // allocation in an assignment leaves it where it was.
 class HALVTYPES_API HLVError::List::iterator {
 public:
-    // for the standard algorithms
+    // As the standard library calls them.
     using iterator_category = std::bidirectional_iterator_tag;
     using value_type = HLVError*;
     using difference_type = std::ptrdiff_t;
     using pointer = void;
     using reference = HLVError*;
 
+    // A position of its own, where the arguments say.
     iterator(std::list<HLVError*>* list, std::list<HLVError*>::iterator position);
     iterator(iterator const& other);
     iterator& operator=(iterator const& other);
     virtual ~iterator();
 
+    // Whether it stands at the first entry, or at the end position. Without entries it is at both.
     bool begin() const noexcept;
     bool end() const noexcept;
 
     // The error at the position, which the list keeps; null at the end position.
     HLVError* operator*() const noexcept;
 
+    // One step along the ring; the postfix forms give the position before it.
     iterator& operator++() noexcept;
     iterator& operator--() noexcept;
     iterator operator++(int) {
@@ -120,6 +126,7 @@ public:
         return before;
     }
 
+    // Whether both stand at the same position of the same list.
     bool operator==(iterator const& other) const noexcept;
     bool operator==(const_iterator const& other) const noexcept;
     bool operator!=(iterator const& other) const noexcept { return !(*this == other); }
@@ -133,9 +140,11 @@ private:
     std::list<HLVError*>::iterator* m_position;
 };
 
+// A position in a list whose entries are only read.
 class HALVTYPES_API HLVError::List::const_iterator {
 public:
-    // for the standard algorithms
+    // All members do what those of iterator do.
+
     using iterator_category = std::bidirectional_iterator_tag;
     using value_type = HLVError const*;
     using difference_type = std::ptrdiff_t;

@@ -20,6 +20,7 @@ class ResString;
 // and its text to the string. Immutable but for its end.
 class HALVTYPES_API HLVError::Param {
 public:
+    // The value under the data type of its kind: DT_BOOL, DT_INT32, DT_STRINGRES and so on.
     explicit Param(bool value) noexcept;
     explicit Param(unsigned char value) noexcept;
     explicit Param(short value) noexcept;          // kept sign-extended to 32 bits
@@ -52,10 +53,12 @@ public:
     explicit Param(T*) = delete;
     explicit Param(std::nullptr_t) = delete;
 
+    // A deep copy.
     Param(Param const& other);
     Param& operator=(Param const&) = delete;
     ~Param();
 
+    // What is kept: the type, the bytes and the text.
     eDataType getDataType() const noexcept { return m_type; }
     Binary16 const& getData() const noexcept { return m_data; }
     std::wstring const& getDataString() const noexcept { return m_dataString; }
@@ -98,6 +101,7 @@ private:
 
 namespace std {
 
+// As the members.
 HALVTYPES_API ostream& operator<<(ostream& stream, Halvora::HLVError::Param const& param);
 HALVTYPES_API wostream& operator<<(wostream& stream, Halvora::HLVError::Param const& param);
 

@@ -32,6 +32,7 @@ public:
     static constexpr unsigned short maxLength = 128; // code units
     static ResString const EMPTY;                    // neither identifier nor text
 
+    // The id and the text; what is not given is empty.
     ResString() noexcept;
     ResString(unsigned short const* text) noexcept; // zero-terminated
     ResString(HLVString const& text) noexcept;
@@ -54,7 +55,7 @@ public:
     ResString& operator=(std::wstring const& text) noexcept;
     ResString& operator=(ResString const& other) noexcept;
 
-    Binary16 const& id() const noexcept { return m_id; }
+    Binary16 const& id() const noexcept { return m_id; }        // 16 zero bytes: none is set
     unsigned short length() const noexcept { return m_length; } // code units
 
     // Of the packed form, in bytes: 18 + 2 * length().
@@ -69,10 +70,12 @@ public:
     // change or its end.
     wchar_t const* c_str() const;
 
+    // The text widened.
     std::wstring wstr() const;
     void toWStr(std::wstring& out) const;
     void toWStr(std::wostream& stream) const; // one insertion a character
-    void toStr(std::string& out) const;       // narrowed as by Convert::toAString
+
+    void toStr(std::string& out) const; // narrowed as by Convert::toAString
 
     // packed forms and slots
 

@@ -19,6 +19,7 @@ class ResString;
 // goes out in every encoding, converted as by Convert. An identifier of 16 zero bytes is empty.
 class HALVTYPES_API ResString2 : public virtual ITranslatable {
 public:
+    // The id and the text; what is not given is empty.
     ResString2() noexcept;
     ResString2(ResString const& other);
     ResString2(ResString2 const& other);

@@ -161,6 +161,7 @@ static_assert(sizeof(int) == 4 && sizeof(short) == 2 && sizeof(long long) == 8);
 
 } // namespace Halvora
 
+// Of all 16 bytes.
 template <>
 struct std::hash<Halvora::Binary16> {
     std::size_t operator()(Halvora::Binary16 const& value) const noexcept {

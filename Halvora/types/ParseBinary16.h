@@ -8,17 +8,20 @@
 
 namespace Halvora {
 
+// Why parseBinary16 stopped.
 enum eParseStatus : int {
-    PARSE_DONE = 0,
+    PARSE_DONE = 0,          // the text is one of the forms, and nothing else
     PARSE_BAD_CHARACTER = 1, // another character than the form has at this place
-    PARSE_TOO_SHORT = 2,
-    PARSE_TOO_LONG = 3, // the form is complete, but the text goes on
+    PARSE_TOO_SHORT = 2,     // the text ends within the form
+    PARSE_TOO_LONG = 3,      // the form is complete, but the text goes on
 };
 
+// What parseBinary16 found.
 struct ParseResult {
-    eParseStatus status;
+    eParseStatus status;  // why it stopped
     std::size_t position; // of the character that was not taken; the text's length when all were
 
+    // Whether the value was taken.
     explicit operator bool() const noexcept { return status == PARSE_DONE; }
 };
 

@@ -14,6 +14,7 @@ namespace Halvora {
 // number are.
 class HALVTYPES_API KrVersion {
 public:
+    // The version number, the build, the product and the file, each as given.
     KrVersion(unsigned int const& major, unsigned int const& minor, unsigned int const& build,
               unsigned int const& revision, std::string const& releaseType,
               std::string const& buildDate, std::string const& buildTime,
@@ -30,12 +31,14 @@ public:
     KrVersion(unsigned int const& major, unsigned int const& minor);
     KrVersion();
 
+    // The four parts of the version number, and the two of the product's.
     unsigned int getMajor() const noexcept { return m_nMajor; }
     unsigned int getMinor() const noexcept { return m_nMinor; }
     unsigned int getBuild() const noexcept { return m_nBuild; }
     unsigned int getRevision() const noexcept { return m_nRevision; }
     void getProductVersion(unsigned int& major, unsigned int& minor) const noexcept;
 
+    // What was given of the build, the product and the file.
     std::string const& getReleaseType() const noexcept { return m_strReleaseType; }
     std::string const& getBuildDate() const noexcept { return m_strBuildDate; } // as __DATE__
     std::string const& getBuildTime() const noexcept { return m_strBuildTime; } // as __TIME__
@@ -50,6 +53,7 @@ public:
     std::string const& getLegalCopyright() const noexcept { return m_strLegalCopyright; }
     std::string const& getOriginalFilename() const noexcept { return m_strOriginalFilename; }
 
+    // By the four parts of the version number.
     bool operator==(KrVersion const& other) const noexcept;
     bool operator!=(KrVersion const& other) const noexcept { return !(*this == other); }
 

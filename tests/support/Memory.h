@@ -9,8 +9,8 @@ namespace Halvora::test {
 // The program's allocations: operator new and realloc (not under sanitizers, which have their own
 // realloc) are counted and can be made to fail.
 
-long liveBlocks();          // made by operator new and not deleted yet
-long allocations();         // operator new and realloc, since the program's start
+long liveBlocks();           // made by operator new and not deleted yet
+long allocations();          // operator new and realloc, since the program's start
 void failAllocation(long n); // the n-th one from now on fails, 1 being the next; 0: none
 
 // Runs act(object) on a fresh object from setup(), with its first, second, ... allocation failing,

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
+#include <cstring>
 
 #include <tests/support/Memory.h>
 
@@ -44,8 +44,8 @@ extern "C" int __aeabi_atexit(void* object, End end, void* library) {
 #endif
 
 TEST(StartStop, theStaticsComeUpInOrderGoDownInReverseAndLeaveOnlyTheDefaultTranslator) {
-    std::regex const order(".*9HalvTypes10ms_VersionE.*7Convert10ms_strTrim.*11ms_wstrTrim.*"
-                           "9ResString5EMPTYE.*14ms_strLanguage.*");
+    char const* const order[] = {"HalvTypes10ms_Version", "Convert10ms_strTrim",
+                                 "Convert11ms_wstrTrim", "ResString5EMPTY", "ms_strLanguage"};
     long const before = liveBlocks();
     for (int round = 0; round < 10; ++round) {
         loading = true;
@@ -53,12 +53,12 @@ TEST(StartStop, theStaticsComeUpInOrderGoDownInReverseAndLeaveOnlyTheDefaultTran
         loading = false;
         EXPECT_EQ(allocationsBefore + 1, allocations()); // the translator comes last
         ASSERT_NE(nullptr, library) << dlerror();
-        std::string names;
+        ASSERT_EQ(std::size(order), count);
         for (std::size_t i = 0; i < count; ++i) {
             Dl_info symbol = {};
-            names += dladdr(up[i].second, &symbol) != 0 ? symbol.dli_sname : "?";
+            dladdr(up[i].second, &symbol);
+            EXPECT_STRNE(nullptr, std::strstr(symbol.dli_sname, order[i])) << symbol.dli_sname;
         }
-        EXPECT_TRUE(count == 5 && std::regex_match(names, order)) << names;
         void* const translator =
             *static_cast<void**>(dlsym(library, "_ZN7Halvora9ResString18ms_pMainTranslatorE"));
         EXPECT_EQ(0, dlclose(library));
