@@ -53,6 +53,8 @@ public:
     explicit HLVArray(ResString const& value);
     template <typename T>
     explicit HLVArray(T*) = delete; // a pointer is no bool
+    template <typename T, typename Class>
+    explicit HLVArray(T Class::*) = delete;
     explicit HLVArray(std::nullptr_t) = delete;
 
     // `count` elements. Null gives an empty array of the type, whatever the count.

@@ -11,8 +11,9 @@ namespace Halvora {
 // and when the holder ends.
 class HALVTYPES_API HLVError::Holder {
 public:
+    // Takes ownership of `error`, which may be null; empty without one.
     Holder() noexcept;
-    explicit Holder(HLVError* error) noexcept; // takes ownership of `error`, which may be null
+    explicit Holder(HLVError* error) noexcept;
 
     // Copies are deep. When the copy fails, this holder is unchanged.
     Holder(Holder const& other);
@@ -25,7 +26,8 @@ public:
     // Hands the error to the caller, who deletes it, and leaves the holder empty.
     HLVError* extractError() noexcept;
 
-    // Takes ownership of `error`, which may be null.
+    // Takes ownership of `error`, which may be null. The error that is held already changes
+    // nothing.
     void setError(HLVError* error) noexcept;
 
     // Hands this holder's error to `target` and leaves this holder empty; into itself, nothing

@@ -35,7 +35,8 @@ public:
     bool operator+=(Holder& holder) { return add(holder); }
 
     // Moves all entries of `other` to the end of this list; answers whether an error was among
-    // them. Adding a list to itself changes nothing and answers false. Constant time.
+    // them. Adding a list to itself changes nothing and answers false. Constant time. Positions in
+    // `other` become invalid.
     bool add(List& other) noexcept;
     bool operator+=(List& other) noexcept { return add(other); }
 

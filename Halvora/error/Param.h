@@ -47,10 +47,12 @@ public:
 
     // Other pointers are no bool.
     template <typename T,
-              typename = std::enable_if_t<!std::is_same_v<std::remove_cv_t<T>, char> &&
-                                          !std::is_same_v<std::remove_cv_t<T>, wchar_t> &&
-                                          !std::is_same_v<std::remove_cv_t<T>, unsigned short>>>
+              typename = std::enable_if_t<!std::is_same_v<std::remove_const_t<T>, char> &&
+                                          !std::is_same_v<std::remove_const_t<T>, wchar_t> &&
+                                          !std::is_same_v<std::remove_const_t<T>, unsigned short>>>
     explicit Param(T*) = delete;
+    template <typename T, typename Class>
+    explicit Param(T Class::*) = delete;
     explicit Param(std::nullptr_t) = delete;
 
     // A deep copy.

@@ -35,10 +35,12 @@ static_assert(!slipsIn && !anyInserts<ResString2, VarChar> && inserts<std::wostr
 static_assert(std::is_constructible_v<HLVArray, bool> &&
               std::is_constructible_v<HLVError::Param, char*>);
 
+struct S;
 template <typename T, typename... Arguments>
 constexpr bool anyBuilds = (std::is_constructible_v<T, Arguments> || ...);
-static_assert(!anyBuilds<HLVArray, char const*, wchar_t const*, int*, std::nullptr_t>);
-static_assert(!anyBuilds<HLVError::Param, void*, int const*, std::nullptr_t>);
+static_assert(!anyBuilds<HLVArray, char const*, wchar_t const*, int*, int S::*, std::nullptr_t>);
+static_assert(
+    !anyBuilds<HLVError::Param, void*, int const*, int S::*, char volatile*, std::nullptr_t>);
 static_assert(!anyBuilds<HLVError::List, HLVError::List&> && !anyBuilds<std::hash<ResString>>);
 static_assert(!std::is_copy_assignable_v<HLVError>);
 

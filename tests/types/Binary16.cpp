@@ -92,8 +92,9 @@ void expectText(Binary16 const& value, std::size_t width) {
     bool const left = width % 2 == 0;
     constexpr std::size_t first = sizeof(Char) == 1 ? 1 : 2;
     std::basic_string<Char> expected = {'0', 'x'};
-    for (Byte i = 32; i-- > 0;) {
-        int const digit = "0123456789ABCDEF"[i % 2 == 0 ? value[i / 2] % 16 : value[i / 2] / 16];
+    for (int i = 0; i < 32; ++i) {
+        int const byte = value[static_cast<Byte>(15 - i / 2)];
+        int const digit = "0123456789ABCDEF"[i % 2 == 0 ? byte / 16 : byte % 16];
         expected += static_cast<Char>(first == 1 ? digit : digit + 0x2400);
     }
     expected.insert(left ? first : 0, std::max(width, first) - first, '*');
@@ -123,8 +124,8 @@ std::istream& readSlowly(std::istream& stream, Binary16& value) {
     value = Binary16();
     char high = 0, low = 0;
     stream.ignore(2);
-    for (Byte i = 16; i-- > 0 && stream >> high >> low;) {
-        value.set(i, static_cast<Byte>(valueOf(high) * 16 + valueOf(low)));
+    for (int i = 15; i >= 0 && stream >> high >> low; --i) {
+        value.set(static_cast<Byte>(i), static_cast<Byte>(valueOf(high) * 16 + valueOf(low)));
     }
     return stream;
 }
