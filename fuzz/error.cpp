@@ -20,7 +20,7 @@ void compare(HLVError const* error, Chain const& chain) {
 void prepend(HLVError::Holder& holder, Chain& chain, Bytes& bytes) {
     int const code = bytes.ConsumeIntegralInRange(-2, 2);
     int const place = bytes.ConsumeIntegralInRange(0, 2);
-    std::string const text = bytes.ConsumeRandomLengthString(600);
+    std::string const text = bytes.ConsumeRandomLengthString(300);
     std::wstring value(text.begin(), text.end());
     // A wide stream takes this one for its end.
     std::replace(value.begin(), value.end(), static_cast<wchar_t>(WEOF), L'\x122');
@@ -38,7 +38,7 @@ void run(Bytes& bytes) {
     HLVError::List list;
     Chain held = none;
     std::vector<Chain> listed;
-    for (int left = 32; left > 0 && bytes.remaining_bytes() != 0; --left) {
+    for (int left = 12; left > 0 && bytes.remaining_bytes() != 0; --left) {
         auto const steps = bytes.ConsumeIntegralInRange(0u, 20u);
         auto const at = listed.begin() + steps % (listed.size() + 1);
         auto position = list.begin();

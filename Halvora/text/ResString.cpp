@@ -15,7 +15,9 @@ namespace Halvora {
 // deleted: a program may hold on to it beyond the life of these statics.
 ResString const ResString::EMPTY;
 std::string const ResString::DummyTranslator::ms_strLanguage;
-ITranslator const* ResString::ms_pMainTranslator = new ResString::DummyTranslator;
+// This pointer keeps it in sight of leak checkers once another one is installed.
+[[gnu::used]] static ITranslator const* const defaultTranslator = new ResString::DummyTranslator;
+ITranslator const* ResString::ms_pMainTranslator = defaultTranslator;
 
 namespace {
 

@@ -23,13 +23,13 @@ class HALVTYPES_API VarChar {
 public:
     static constexpr unsigned short maxLength = 512; // code units
 
-    // The text given; of another object only the units in use are copied.
+    // The text given, or the empty one; of another object only the units in use are copied.
     VarChar() noexcept {} // leaves the units as they are: none is ever read beyond the length
     VarChar(VarChar const& other) noexcept;
     VarChar(std::wstring const& text) noexcept;
     VarChar(char const* text) noexcept; // zero-terminated
 
-    // Replace the text.
+    // Replaces the text.
     VarChar& operator=(VarChar const& other) noexcept;
     VarChar& operator=(std::wstring const& text) noexcept;
 
@@ -37,12 +37,12 @@ public:
     static bool fits(std::wstring const& text) noexcept { return text.size() <= maxLength; }
     static bool fits(std::string const& text) noexcept { return text.size() <= maxLength; }
 
-    // Replace the text.
+    // Replaces the text.
     void set(char const* text) noexcept; // zero-terminated
     void set(wchar_t const* text, unsigned short length) noexcept;
 
     unsigned short length() const noexcept { return m_length; }        // code units
-    unsigned short size() const noexcept { return rawSize(m_length); } // of the raw form
+    unsigned short size() const noexcept { return rawSize(m_length); } // bytes of the raw form
 
     // length() units, not terminated; valid as long as the object is.
     unsigned short const* pstr() const noexcept { return m_units; }
@@ -67,7 +67,7 @@ public:
     // The size of a raw form, by its length field; not of null.
     static unsigned short size(void const* raw) noexcept;
 
-    // Read a raw form, into an object or into a text and its length.
+    // Reads a raw form into an object, or into a text and its length.
     static void set(void const* raw, VarChar& dest) noexcept;
     static void set(void const* raw, std::wstring& text, unsigned short& length);
 

@@ -29,13 +29,13 @@ enum eDataType : int {
 // The groups of data types. Stored, passed across the library's boundary and printed: never
 // renumber.
 enum eDataTypeGroup : int {
-    DTG_VOID = 0,
-    DTG_BOOL = 1,
-    DTG_NUMERIC = 2,
-    DTG_STRING = 3,
-    DTG_TICK = 4,
-    DTG_ID = 5,
-    DTG_BINARY16 = 6,
+    DTG_VOID = 0,     // DT_VOID
+    DTG_BOOL = 1,     // DT_BOOL
+    DTG_NUMERIC = 2,  // DT_BYTE to DT_DOUBLE
+    DTG_STRING = 3,   // DT_STRING and DT_STRINGRES
+    DTG_TICK = 4,     // DT_TICK
+    DTG_ID = 5,       // DT_ID
+    DTG_BINARY16 = 6, // DT_BINARY16
 };
 
 // The catalogue of data types. Static members only; they neither allocate nor throw, and accept

@@ -74,7 +74,7 @@ int main(int argc, char** argv) {
         std::cerr << "usage: countries <language> [numeric code ...]\n";
         return 2;
     }
-    GettextTranslator const translator(argv[1], "iso_3166-1");
+    static GettextTranslator const translator(argv[1], "iso_3166-1"); // outlives all uses
     ResString::setMainTranslator(&translator);
 
     std::ifstream list(listFile);

@@ -41,8 +41,8 @@ constexpr bool anyBuilds = (std::is_constructible_v<T, Arguments> || ...);
 static_assert(!anyBuilds<HLVArray, char const*, wchar_t const*, int*, int S::*, std::nullptr_t>);
 static_assert(
     !anyBuilds<HLVError::Param, void*, int const*, int S::*, char volatile*, std::nullptr_t>);
-static_assert(!anyBuilds<HLVError::List, HLVError::List&> && !anyBuilds<std::hash<ResString>>);
-static_assert(!std::is_copy_assignable_v<HLVError>);
+static_assert(!anyBuilds<HLVError::List, HLVError::List&> && !std::is_copy_assignable_v<HLVError>);
+static_assert(!std::is_default_constructible_v<std::hash<ResString>>);
 
 void use(HLVArray& array, Binary16& value, ResString const& text) {
     static_cast<void>(array.addBool(true) + array.setBool(0, text == text) + value.set(true));

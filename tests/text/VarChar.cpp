@@ -24,7 +24,7 @@ TEST(VarChar, rawFormsAndSlotsLieAnywhereAndHoldAtMost512Units) {
         unsigned short outLength = 9;
         VarChar::set(&raw[1], out, outLength);
         EXPECT_EQ(loaded.wstr(), out);
-        EXPECT_EQ(loaded.length(), outLength);
+        EXPECT_EQ(set.length(), outLength);
         for (unsigned const capacity : {0u, 1u, 2u, 511u, 512u, 513u, 600u}) {
             std::string slot = rawForm(cut.substr(0, capacity));
             slot.resize(2 + 2 * capacity, '0');
