@@ -1,0 +1,60 @@
+// What the library offers to the language's newer means.
+
+#include <Halvora/Halvora.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <numeric>
+
+using namespace Halvora;
+
+TEST(Fitting, equalValuesHaveEqualHashes) {
+    std::hash<ResString2> const texts;
+    Binary16 const id(5);
+    EXPECT_EQ(texts(ResString2(id, "a")), texts(ResString2(id, "b")));
+    EXPECT_EQ(texts(ResString2(Binary16(), "a")), texts(ResString2(ResString(L"a"))));
+    EXPECT_NE(texts(ResString2(Binary16(), "a")), texts(ResString2(Binary16(), "b")));
+    EXPECT_NE(texts(ResString2(id, "a")), texts(ResString2(Binary16(6), "a")));
+    std::hash<KrVersion> const versions;
+    EXPECT_EQ(versions(KrVersion(3, 0, 0, 39686)), versions(HalvTypes::ms_Version));
+    EXPECT_NE(versions(KrVersion(3, 0)), versions(KrVersion(0, 3)));
+    std::hash<VarChar> const raw;
+    VarChar shorter(std::wstring(300, L'x'));
+    shorter = std::wstring(L"ab");
+    EXPECT_EQ(raw(VarChar("ab")), raw(shorter));
+    EXPECT_NE(raw(VarChar("ab")), raw(VarChar("ba")));
+}
+
+TEST(Fitting, listsAndArraysGoThroughTheAlgorithms) {
+    HLVError::List list;
+    for (int const code : {-1, 2, -3}) {
+        list.add(new HLVError(code));
+    }
+    HLVError::List const& readOnly = list;
+    EXPECT_EQ(2, std::count_if(list.begin(), list.end(), HLVError::isError));
+    EXPECT_EQ(3, std::distance(readOnly.begin(), readOnly.end()));
+    EXPECT_EQ(2, (*std::find_if(readOnly.begin(), readOnly.end(), HLVError::isWarning))->getCode());
+    std::int64_t const values[] = {1, 1ll << 40};
+    HLVArray const array(2, values);
+    auto const view = viewOf<std::int64_t>(array);
+    EXPECT_EQ(1 + (1ll << 40), std::accumulate(view.begin(), view.end(), std::int64_t()));
+    EXPECT_EQ(DT_INT64, HLVError::Param(values[0]).getDataType());
+    EXPECT_TRUE(viewOf<int>(array).empty());
+}
+
+#if defined(__cpp_lib_format)
+TEST(Fitting, formatWritesWhatAStreamDoes) {
+    HLVError const error(-5, new HLVError::Param(7));
+    Binary16 const id(0x12345678, 0x9ABC, 0xDEF0, 0x0102030405060708);
+    EXPECT_EQ("Error -5\n  P1: 7|    7|3.0.0.39686 (release-dev)",
+              std::format("{}|{:>5}|{}", error, *error.getParam0(), HalvTypes::ms_Version));
+    EXPECT_EQ("0x0102030405060708DEF09ABC12345678 12345678-9abc-def0-0807-060504030201",
+              std::format("{} {:g}", id, id));
+    EXPECT_EQ(L"12345678-9abc-def0-0807-060504030201 7",
+              std::format(L"{:g} {}", id, *error.getParam0()));
+    EXPECT_THROW(static_cast<void>(std::vformat("{:q}", std::make_format_args(id))),
+                 std::format_error);
+}
+#endif
