@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <iosfwd>
 #include <string>
+#include <type_traits>
 
 namespace Halvora {
 
@@ -188,10 +189,46 @@ public:
     int getString(unsigned short& count, std::wstring const*& values) const;
     int getResString(unsigned short& count, ResString const*& values) const;
 
-    eDataType getDataType() const noexcept { return m_type; }
-    unsigned short getCount() const noexcept { return m_count; }     // elements
-    unsigned int getByteSize() const noexcept { return m_byteSize; } // bytes; 0 for texts
-    void const* getData() const noexcept;                            // null for texts
+#if __SIZEOF_LONG__ == 8
+    // The same for `long`, which is what std::int64_t and std::uint64_t are here. Templates, so
+    // that a null pointer stays unambiguous.
+    template <typename T, typename = std::enable_if_t<std::is_same_v<T, unsigned long>>>
+    static HLVArray createTick(unsigned short count, T const* values) {
+        return createTick(count, reinterpret_cast<unsigned long long const*>(values));
+    }
+    template <typename T, typename = std::enable_if_t<std::is_same_v<T, long>>>
+    int setRangeInt64(unsigned short start, unsigned short count, T const* values) {
+        return setRangeInt64(start, count, reinterpret_cast<long long const*>(values));
+    }
+    template <typename T, typename = std::enable_if_t<std::is_same_v<T, unsigned long>>>
+    int setRangeUInt64(unsigned short start, unsigned short count, T const* values) {
+        return setRangeUInt64(start, count, reinterpret_cast<unsigned long long const*>(values));
+    }
+    template <typename T, typename = std::enable_if_t<std::is_same_v<T, unsigned long>>>
+    int setRangeTick(unsigned short start, unsigned short count, T const* values) {
+        return setRangeTick(start, count, reinterpret_cast<unsigned long long const*>(values));
+    }
+    int getInt64(unsigned short& count, long const*& values) const {
+        return getAs<long long>(&HLVArray::getInt64, count, values);
+    }
+    int getUInt64(unsigned short& count, unsigned long const*& values) const {
+        return getAs<unsigned long long>(&HLVArray::getUInt64, count, values);
+    }
+    int getTick(unsigned short& count, unsigned long const*& values) const {
+        return getAs<unsigned long long>(&HLVArray::getTick, count, values);
+    }
+#endif
+
+    eDataType getDataType() const noexcept {
+        return m_type;
+    }
+    unsigned short getCount() const noexcept {
+        return m_count;
+    } // elements
+    unsigned int getByteSize() const noexcept {
+        return m_byteSize;
+    }                                     // bytes; 0 for texts
+    void const* getData() const noexcept; // null for texts
 
     // A new array with a copy of one element; an empty DT_BYTE array where there is none.
     HLVArray operator[](unsigned short index) const;
@@ -199,7 +236,9 @@ public:
     // Equal types and elements. Fixed-width elements are compared byte by byte, so 0.0 and -0.0
     // differ and equal NaN patterns do not; resource strings by their own equality.
     bool operator==(HLVArray const& other) const noexcept;
-    bool operator!=(HLVArray const& other) const noexcept { return !(*this == other); }
+    bool operator!=(HLVArray const& other) const noexcept {
+        return !(*this == other);
+    }
 
 protected:
     // The operations on fixed-width elements that the typed ones stand on. `width` is the element
@@ -229,6 +268,18 @@ private:
     int setElements(unsigned short start, unsigned short count, typename Row::Value const* values);
     template <typename Row>
     int getElements(unsigned short& count, typename Row::Value const*& values) const;
+
+    // Through the getter of the type's twin of the same width.
+    template <typename Twin, typename T>
+    int getAs(int (HLVArray::*getter)(unsigned short&, Twin const*&) const, unsigned short& count,
+              T const*& values) const {
+        Twin const* found = nullptr;
+        int const result = (this->*getter)(count, found);
+        if (result == 0) {
+            values = reinterpret_cast<T const*>(found);
+        }
+        return result;
+    }
 
     template <unsigned int Width>
     int append(void const* value, eDataType type);

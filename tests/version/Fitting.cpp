@@ -40,6 +40,23 @@ TEST(Fitting, listsAndArraysGoThroughTheAlgorithms) {
     HLVArray const array(2, values);
     auto const view = viewOf<std::int64_t>(array);
     EXPECT_EQ(1 + (1ll << 40), std::accumulate(view.begin(), view.end(), std::int64_t()));
+    HLVArray copy(DT_VOID);
+    copy.init(2, DT_INT64);
+    EXPECT_EQ(0, copy.setRangeInt64(0, 2, values));
+    EXPECT_EQ(ERR_NULL_POINTER, copy.setRangeInt64(0, 2, nullptr));
+    EXPECT_EQ(array, copy);
+    unsigned short count = 0;
+    std::int64_t const* stored = nullptr;
+    EXPECT_EQ(0, copy.getInt64(count, stored));
+    EXPECT_EQ(values[1], stored[1]);
+    std::uint64_t const ticks[] = {5, 6};
+    std::uint64_t const* storedTicks = nullptr;
+    EXPECT_EQ(ERR_WRONG_TYPE, copy.getTick(count, storedTicks));
+    EXPECT_EQ(nullptr, storedTicks);
+    HLVArray ticking = HLVArray::createTick(2, ticks);
+    EXPECT_EQ(0, ticking.setRangeTick(1, 1, ticks));
+    EXPECT_EQ(0, ticking.getTick(count, storedTicks));
+    EXPECT_EQ(5u, storedTicks[1]);
     EXPECT_EQ(DT_INT64, HLVError::Param(values[0]).getDataType());
     EXPECT_TRUE(viewOf<int>(array).empty());
 }
