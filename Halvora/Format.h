@@ -1,8 +1,9 @@
 #pragma once
 
-// std::format for the types that have a text form, where the standard library has <format>: the
-// text that they write to a stream under the classic locale, with the fill, alignment and width of
-// a text. Binary16 takes "{}" for its hexadecimal and "{:g}" for its grouped form.
+// std::format for Binary16, HLVError, HLVError::Param and KrVersion, where the standard library has
+// <format>: the text that they write to a stream under the classic locale, with the fill, alignment
+// and width of a text. Binary16 takes only "{}" for its hexadecimal and "{:g}" for its grouped
+// form.
 
 #if defined(__has_include)
 #    if __has_include(<version>)

@@ -4,6 +4,7 @@
 # shellcheck source=script/suite.sh
 . "$(dirname "${BASH_SOURCE[0]}")/suite.sh"
 
+# shellcheck disable=SC2034 # used by those who source this
 abi_presets=(release arm)
 
 need_abi() {

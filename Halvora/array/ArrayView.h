@@ -40,18 +40,21 @@ namespace detail {
 // identifiers Binary16 like DT_BINARY16, and `long` is the integer of its width.
 template <typename T>
 constexpr bool holds(eDataType type) noexcept {
-    constexpr bool isInteger = std::is_integral_v<T> && !std::is_same_v<T, bool>;
-    constexpr bool isSigned = std::is_signed_v<T>;
+    constexpr bool isSigned =
+        std::is_same_v<T, int> || std::is_same_v<T, long> || std::is_same_v<T, long long>;
+    constexpr bool isUnsigned = std::is_same_v<T, unsigned int> ||
+                                std::is_same_v<T, unsigned long> ||
+                                std::is_same_v<T, unsigned long long>;
     switch (type) {
     case DT_BOOL: return std::is_same_v<T, bool>;
     case DT_BYTE: return std::is_same_v<T, unsigned char>;
     case DT_INT16: return std::is_same_v<T, short>;
     case DT_UINT16: return std::is_same_v<T, unsigned short>;
-    case DT_INT32: return isInteger && isSigned && sizeof(T) == 4;
-    case DT_UINT32: return isInteger && !isSigned && sizeof(T) == 4;
-    case DT_INT64: return isInteger && isSigned && sizeof(T) == 8;
+    case DT_INT32: return isSigned && sizeof(T) == 4;
+    case DT_UINT32: return isUnsigned && sizeof(T) == 4;
+    case DT_INT64: return isSigned && sizeof(T) == 8;
     case DT_UINT64:
-    case DT_TICK: return isInteger && !isSigned && sizeof(T) == 8;
+    case DT_TICK: return isUnsigned && sizeof(T) == 8;
     case DT_FLOAT: return std::is_same_v<T, float>;
     case DT_DOUBLE: return std::is_same_v<T, double>;
     case DT_ID:

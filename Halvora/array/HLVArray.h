@@ -189,6 +189,13 @@ public:
     int getString(unsigned short& count, std::wstring const*& values) const;
     int getResString(unsigned short& count, ResString const*& values) const;
 
+    // The element type, the number of elements, their size in bytes (0 for texts), and the storage
+    // of fixed-width elements (null for texts).
+    eDataType getDataType() const noexcept { return m_type; }
+    unsigned short getCount() const noexcept { return m_count; }
+    unsigned int getByteSize() const noexcept { return m_byteSize; }
+    void const* getData() const noexcept;
+
 #if __SIZEOF_LONG__ == 8
     // The same for `long`, which is what std::int64_t and std::uint64_t are here. Templates, so
     // that a null pointer stays unambiguous.
@@ -218,17 +225,6 @@ public:
         return getAs<unsigned long long>(&HLVArray::getTick, count, values);
     }
 #endif
-
-    eDataType getDataType() const noexcept {
-        return m_type;
-    }
-    unsigned short getCount() const noexcept {
-        return m_count;
-    } // elements
-    unsigned int getByteSize() const noexcept {
-        return m_byteSize;
-    }                                     // bytes; 0 for texts
-    void const* getData() const noexcept; // null for texts
 
     // A new array with a copy of one element; an empty DT_BYTE array where there is none.
     HLVArray operator[](unsigned short index) const;

@@ -108,7 +108,8 @@ void VarChar::set(char const* text, void* buffer) noexcept {
 bool VarChar::equal(void const* raw, wchar_t const* text, unsigned int length) noexcept {
     VarChar copy;
     set(raw, copy);
-    if (copy.m_length != length || (text == nullptr && length != 0)) {
+    bool const isValid = std::memcmp(raw, &copy.m_length, sizeof copy.m_length) == 0;
+    if (!isValid || copy.m_length != length || (text == nullptr && length != 0)) {
         return false;
     }
     return std::equal(copy.m_units, copy.m_units + copy.m_length, text,

@@ -79,7 +79,8 @@ public:
     // Writes the raw form of a zero-terminated narrow text and nothing behind it.
     static void set(char const* text, void* buffer) noexcept;
 
-    // Whether the raw form holds exactly `length` units, each the low 16 bits of its character.
+    // Whether the raw form holds exactly `length` units, each the low 16 bits of its character. A
+    // raw form with a length field above 512 equals no text.
     static bool equal(void const* raw, wchar_t const* text, unsigned int length) noexcept;
 
 private:

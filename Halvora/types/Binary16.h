@@ -78,7 +78,10 @@ public:
     int set(unsigned long long const& value) noexcept { return put(value); }
     int set(float const& value) noexcept { return put(value); }
     int set(double const& value) noexcept { return put(value); }
-    int set(Binary16 const& value) noexcept { return put(value); }
+    int set(Binary16 const& value) noexcept {
+        *this = value;
+        return 0;
+    }
     template <typename T>
     int set(T*) = delete; // a pointer is no bool
 
@@ -114,7 +117,7 @@ public:
     // Skips two characters, whatever they are, then extracts 32 digits, white space between them
     // skipped if the stream does so. '0' to '9', 'A' to 'F' and 'a' to 'f' are digits, ':' to '?'
     // count as 10 to 15, everything else as 0: nothing is validated. When the stream ends early,
-    // its state says so and the bytes not read are zero.
+    // its state says so and the bytes not read are zero; when its buffer throws, all may be zero.
     std::istream& read(std::istream& stream);
 
     // comparison: byte-wise, byte 0 first
