@@ -20,6 +20,8 @@ TEST(VarChar, rawFormsAndSlotsLieAnywhereAndHoldAtMost512Units) {
         }
         EXPECT_EQ(loaded.size(), VarChar::size(&raw[1]));
         EXPECT_EQ(length <= 512, VarChar::fits(text));
+        auto const count = static_cast<unsigned>(cut.size());
+        EXPECT_EQ(length <= 512, VarChar::equal(&raw[1], text.data(), count));
         std::wstring out(600, 'x');
         unsigned short outLength = 9;
         VarChar::set(&raw[1], out, outLength);
