@@ -32,7 +32,8 @@ void compare(Bytes& bytes) {
         ResString::set(&memory[at], capacity, &written[at]);
     } else {
         VarChar::set(&memory[at], object);
-        assert(VarChar::equal(&memory[at], object.wstr().c_str(), length));
+        bool const isValid = field == length;
+        assert(VarChar::equal(&memory[at], object.wstr().c_str(), length) == isValid);
         VarChar::set(object.wstr().c_str(), length, capacity, &written[at]);
     }
     assert(std::equal(slot.begin(), slot.end(), &written[at]));
