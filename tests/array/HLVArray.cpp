@@ -226,6 +226,8 @@ TEST(HLVArray, aFullArrayRefusesToGrowAndAnyArrayAForeignWidth) {
                 EXPECT_EQ(ERR_WRONG_TYPE, code) << width;
             }
         }
+        EXPECT_EQ(row.width == 0 ? ERR_WRONG_TYPE : ERR_NULL_POINTER,
+                  a._add(nullptr, row.type, row.width));
         EXPECT_EQ(0, row.width == 0 ? row.add(a, v) : a._add(&v, row.type, row.width));
         EXPECT_EQ(0, a.add(row.create(v)));
         for (int const code : {row.add(a, v), a.add(row.create(v)), a.add(a), row.set(a, 65535, v),
@@ -240,11 +242,16 @@ TEST(HLVArray, aFullArrayRefusesToGrowAndAnyArrayAForeignWidth) {
 }
 
 TEST(HLVArray, storageIsExactAndAppendsMoveTheTexts) {
-    A a(DT_VOID);
-    auto const room = [&] { return malloc_usable_size(const_cast<void*>(a.getData())); };
-    EXPECT_TRUE(a.init(999, DT_INT64) == 0 && a.addInt64(1) == 0 && room() < 8064);
-    EXPECT_TRUE(a.removeRange(5, 990) == 0 && room() >= 8000);
-    EXPECT_TRUE(a.addInt64(2) == 0 && room() < 152);
+    for (bool const removes : {true, false}) {
+        Array a, other;
+        auto const room = [&] { return malloc_usable_size(const_cast<void*>(a.getData())); };
+        EXPECT_TRUE(a.init(999, DT_INT64) == 0 && a.addInt64(1) == 0 && room() < 8064);
+        EXPECT_EQ(0, removes ? a.removeRange(5, 990) : a._set(10, a.getData(), DT_INT64, 8));
+        other = std::move(a);
+        a.swap(other);
+        EXPECT_LE(8000, room());
+        EXPECT_TRUE(a.addInt64(2) == 0 && room() < 152) << removes;
+    }
     std::wstring const text(50, L'x');
     A texts(text);
     long const before = allocations();
@@ -263,8 +270,14 @@ TEST(HLVArray, equalityIsOfTypesAndBytes) {
     EXPECT_TRUE(A(2, ints) != A(2, ints + 2) && A(1, ints) != A(2, ints));
     EXPECT_EQ(A(ResString(id, std::wstring(L"a"))), A(ResString(id, std::wstring(L"b"))));
     EXPECT_TRUE(viewOf<int>(A(5u)).empty() && viewOf<unsigned int>(A(5)).empty());
-    EXPECT_EQ(A(-5l), sizeof(long) == 4 ? A(-5) : A(-5ll));
-    EXPECT_EQ(A(5ul), sizeof(long) == 4 ? A(5u) : A(5ull));
+    bool const isShort = sizeof(long) == 4;
+    long const longs[] = {-5, 5}, *const none = nullptr;
+    unsigned long const ulongs[] = {~0ul, 5}, *const nothing = nullptr;
+    EXPECT_EQ(A(2, longs), isShort ? A(2, std::data({-5, 5})) : A(2, std::data({-5ll, 5ll})));
+    EXPECT_TRUE(A(-5l) == A(1, longs) && A(5ul) == A(1, ulongs + 1));
+    EXPECT_EQ(A(~0ul), isShort ? A(~0u) : A(~0ull));
+    EXPECT_EQ(A(isShort ? DT_INT32 : DT_INT64), A(2, none));
+    EXPECT_EQ(A(isShort ? DT_UINT32 : DT_UINT64), A(2, nothing));
 }
 
 TEST(HLVArray, printsCountAndTypeByTheStreamsOwnIntegerOutput) {
