@@ -53,20 +53,27 @@ void operator delete(void* block, std::size_t) noexcept {
 }
 
 #if defined(__has_feature)
-#    if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#        define HALVTYPES_SANITIZED
+#    if __has_feature(address_sanitizer)
+#        define HALVTYPES_REALLOC __interceptor_realloc
+#    elif __has_feature(thread_sanitizer)
+#        define HALVTYPES_KEEP_REALLOC // whose own is needed before any other works
 #    endif
-#elif defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#    define HALVTYPES_SANITIZED
+#elif defined(__SANITIZE_ADDRESS__)
+#    define HALVTYPES_REALLOC __interceptor_realloc
+#elif defined(__SANITIZE_THREAD__)
+#    define HALVTYPES_KEEP_REALLOC
+#endif
+#if !defined(HALVTYPES_REALLOC)
+#    define HALVTYPES_REALLOC __libc_realloc
 #endif
 
-#if defined(__GLIBC__) && !defined(HALVTYPES_SANITIZED)
+#if defined(__GLIBC__) && !defined(HALVTYPES_KEEP_REALLOC)
 extern "C" {
-void* __libc_realloc(void* block, std::size_t size);
+void* HALVTYPES_REALLOC(void* block, std::size_t size);
 
 // Takes the place of the C library's own for the whole program, shared libraries included.
 void* realloc(void* block, std::size_t size) noexcept {
-    return failsNow() ? nullptr : __libc_realloc(block, size);
+    return failsNow() ? nullptr : HALVTYPES_REALLOC(block, size);
 }
 }
 #endif

@@ -6,8 +6,8 @@
 
 namespace Halvora::test {
 
-// The program's allocations: operator new and realloc (not under sanitizers, which have their own
-// realloc) are counted and can be made to fail.
+// The program's allocations: operator new and realloc (not under the thread sanitizer) are counted
+// and can be made to fail.
 
 long liveBlocks();           // made by operator new and not deleted yet
 long allocations();          // operator new and realloc, since the program's start
