@@ -73,8 +73,8 @@ public:
     // changes.
     void replace(iterator& position, HLVError* error);
 
-    // The same with the error of the holder, which is emptied in every case: an error that the list
-    // does not take is deleted. When memory runs out nothing changes.
+    // The same with the error of the holder, which is emptied when there is an entry: an error that
+    // the list does not take is deleted. When memory runs out nothing changes.
     void replace(iterator& position, Holder& holder);
 
 private:

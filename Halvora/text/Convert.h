@@ -5,7 +5,9 @@
 #include <Halvora/types/Binary16.h>
 #include <Halvora/types/HalvTypes.h>
 
+#include <cstddef>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace Halvora {
@@ -40,6 +42,7 @@ public:
     static void toAString(std::string& out, unsigned int length, unsigned short const* units);
     static std::string toAString(HLVString const& text);
     static void toAString(std::string& out, unsigned int length, wchar_t const* chars);
+    static void toAString(std::string& out, unsigned int, std::nullptr_t) { out.clear(); }
     static std::string toAString(std::wstring const& text);
 
     static void toHLVString(HLVString& out, std::wstring const& text);
@@ -72,8 +75,9 @@ public:
     // As split, with fields in double quotes. A field that begins and ends with a quote loses both.
     // One that only begins with a quote goes on, separators included, to the next quote or the end
     // of the text; a separator directly behind that quote belongs to the field: a,"b,c",d gives
-    // three fields. If such a field has no text behind its first separator, it is dropped. A lone
-    // quote is kept. No escape puts a quote inside a quoted field.
+    // three fields. One that only begins with a quote and has no text behind its separator, as in
+    // a,"b and a,"b, is dropped. A lone quote is kept. No escape puts a quote inside a quoted
+    // field.
     static std::vector<std::string>& splitQuoted(std::string const& text, char separator,
                                                  std::vector<std::string>& fields);
     static std::vector<std::wstring>& splitQuoted(std::wstring const& text, wchar_t separator,
@@ -81,9 +85,9 @@ public:
 
     // Cuts the first token out of `text` in place: writes a zero over the start of the first
     // `delimiter` behind which at least one character follows, points `next` behind it and returns
-    // `text`. A null text goes on at `next`. Without such a delimiter `text` is the last token and
-    // `next` becomes null; an empty delimiter never splits. Null text, and text with a null
-    // delimiter, are returned as they are.
+    // `text`. A null text goes on at `next`; when that is null too, so is the result. Without such
+    // a delimiter `text` is the last token and `next` becomes null. An empty or null delimiter
+    // never splits.
     static char* token(char* text, char const* delimiter, char*& next) noexcept;
 
     // values
@@ -103,6 +107,10 @@ public:
     // numbers, then bytes 8 to 15 in order, as in 12345678-9abc-def0-0807-060504030201.
     static std::string toAString(Binary16 const& value);
     static std::wstring toWString(Binary16 const& value);
+    template <typename T, typename = std::enable_if_t<std::is_arithmetic_v<T> || std::is_enum_v<T>>>
+    static std::string toAString(T) = delete; // a number is no identifier
+    template <typename T, typename = std::enable_if_t<std::is_arithmetic_v<T> || std::is_enum_v<T>>>
+    static std::wstring toWString(T) = delete;
 
 private:
     template <typename Text>

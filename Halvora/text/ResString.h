@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <iosfwd>
 #include <string>
+#include <type_traits>
 
 namespace Halvora {
 
@@ -54,6 +55,8 @@ public:
     ResString& operator=(wchar_t const* text) noexcept;
     ResString& operator=(std::wstring const& text) noexcept;
     ResString& operator=(ResString const& other) noexcept;
+    template <typename T, typename = std::enable_if_t<std::is_arithmetic_v<T> || std::is_enum_v<T>>>
+    ResString& operator=(T) = delete; // a number is no id
 
     Binary16 const& id() const noexcept { return m_id; }        // 16 zero bytes: none is set
     unsigned short length() const noexcept { return m_length; } // code units
@@ -79,15 +82,19 @@ public:
 
     // packed forms and slots
 
-    // The size in bytes of a packed form, by its length field as it stands; not of null.
+    // The size in bytes of a packed form, by its length field as it stands, even above 128; not of
+    // null.
     static unsigned int size(void const* packed) noexcept;
 
     // Writes a slot of `capacity` units, (capacity + 9) * 2 bytes: the packed form, its text cut to
-    // the slot's capacity, then zero bytes. All zero for null. The two may overlap.
+    // the slot's capacity and to 128 units, then zero bytes. All zero for null. The two may
+    // overlap.
     static void set(void const* packed, unsigned int const& capacity, void* slot) noexcept;
 
     // Loads this object from a packed form, whatever its address; null makes it empty.
     void set(void const* packed) noexcept;
+    template <typename T, typename = std::enable_if_t<std::is_same_v<T, wchar_t>>>
+    void set(T const*) = delete; // a text is assigned
 
     // Equal ids are equal texts when neither id is empty. With an empty id on either side, the
     // texts decide alone: a text without an id equals the same text under every id.

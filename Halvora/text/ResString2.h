@@ -10,6 +10,7 @@
 #include <iosfwd>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace Halvora {
 
@@ -18,6 +19,10 @@ class ResString;
 // An identified text of any length that can write itself through a translator. Text comes in and
 // goes out in every encoding, converted as by Convert. An identifier of 16 zero bytes is empty.
 class HALVTYPES_API ResString2 : public virtual ITranslatable {
+    template <typename T>
+    using IfText = std::enable_if_t<std::is_convertible_v<T const&, std::wstring> ||
+                                    std::is_convertible_v<T const&, HLVString>>;
+
 public:
     // The id and the text; what is not given is empty.
     ResString2() noexcept;
@@ -53,6 +58,11 @@ public:
     bool operator!=(ResString2 const& other) const noexcept { return !(*this == other); }
     bool operator==(ResString const& other) const noexcept;
     bool operator!=(ResString const& other) const noexcept { return !(*this == other); }
+
+    template <typename T, typename = IfText<T>>
+    bool operator==(T const& text) const = delete; // would be cut to a ResString
+    template <typename T, typename = IfText<T>>
+    bool operator!=(T const& text) const = delete;
 
 private:
     friend struct std::hash<ResString2>;

@@ -28,7 +28,7 @@ namespace Halvora {
 //     identifier := part1:u32le part2:u16le part3:u16le part4:u64le
 //
 // Numbers lie in little-endian order, floating-point numbers as their IEEE 754 bit patterns.
-// Nothing here allocates, and nothing but operator[] throws.
+// Nothing here allocates. Nothing throws but operator[], and streams that are set to.
 class HALVTYPES_API Binary16 {
 public:
     static Binary16 const MIN;   // all bytes 0x00

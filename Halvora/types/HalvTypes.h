@@ -58,10 +58,11 @@ public:
     static eDataType getMaxDataType(eDataTypeGroup group) noexcept;
 
     // The smallest type that holds the values of both `a` and `b`: DT_VOID gives way to the other
-    // type, numeric types widen, DT_STRING and DT_STRINGRES join as DT_STRINGRES. A 64-bit integer
-    // joined with a floating type, or DT_UINT64 with a signed type, gives DT_DOUBLE, which holds
-    // not every value of 64 bits exactly. Without a common type the result is false and `common` is
-    // DT_VOID. Equal types, and any type with DT_VOID, are joined without a look at their range.
+    // type, numeric types widen, DT_STRING and DT_STRINGRES join as DT_STRINGRES. DT_FLOAT joins
+    // with integers of up to 32 bits and DT_DOUBLE with those of 64, as well as DT_UINT64 with
+    // signed types, though neither holds each of these integers exactly. Without a common type the
+    // result is false and `common` is DT_VOID. Equal types, and any type with DT_VOID, are joined
+    // without a look at their range.
     static bool getSmallestCommonDataType(eDataType a, eDataType b, eDataType& common) noexcept;
 
     // names

@@ -11,7 +11,7 @@
 namespace Halvora {
 
 // The version and build of a component. Two records are equal when the four parts of the version
-// number are.
+// number are. An assignment that runs out of memory may leave texts of both records.
 class HALVTYPES_API KrVersion {
 public:
     // The version number, the build, the product and the file, each as given.

@@ -86,6 +86,10 @@ int main(int argc, char** argv) {
         std::cout << "no catalogue for \"" << translator.getLanguage() << "\": default texts\n";
     }
     Countries const countries = readCountries(list);
+    if (list.bad()) {
+        printError(HLVError(-EIO, new HLVError::Param(listFile)));
+        return 2;
+    }
     if (argc == 2) {
         for (auto const& country : countries) {
             print(country);
@@ -101,5 +105,5 @@ int main(int argc, char** argv) {
             status = 1;
         }
     }
-    return status;
+    return std::cout.flush() ? status : 2;
 }

@@ -167,6 +167,11 @@ bool Registry::load(std::string const& fileName, HLVError::List& reports) {
         }
         records.push_back(std::move(record));
     }
+    if (file.bad()) { // the rest of it is missing
+        reports.clear();
+        reports.add(new HLVError(unreadableFile, new Param(fromUtf8(fileName))));
+        return false;
+    }
     fillColumns(records);
     return true;
 }

@@ -112,5 +112,5 @@ int main(int argc, char** argv) {
             status = 1;
         }
     }
-    return status;
+    return std::cout.flush() ? status : 2;
 }

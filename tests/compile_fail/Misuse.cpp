@@ -43,6 +43,17 @@ static_assert(
     !anyBuilds<HLVError::Param, void*, int const*, int S::*, char volatile*, std::nullptr_t>);
 static_assert(!anyBuilds<HLVError::List, HLVError::List&> && !std::is_copy_assignable_v<HLVError>);
 static_assert(!std::is_default_constructible_v<std::hash<ResString>>);
+static_assert(!std::is_assignable_v<ResString&, int> &&
+              !std::is_assignable_v<ResString&, eDataType>);
+
+template <typename Left, typename Right, typename = void>
+constexpr bool compares = false;
+template <typename Left, typename Right>
+constexpr bool compares<Left, Right, decltype(void(Left() == Right()))> = true;
+struct Derived : ResString2 {};
+static_assert(compares<ResString2, ResString> && compares<Derived, ResString2> &&
+              compares<Derived, Derived> && !compares<ResString2, std::wstring> &&
+              !compares<ResString2, HLVString> && !compares<ResString2, wchar_t const*>);
 
 void use(HLVArray& array, Binary16& value, ResString const& text) {
     static_cast<void>(array.addBool(true) + array.setBool(0, text == text) + value.set(true));
@@ -54,6 +65,8 @@ void use(HLVArray& array, Binary16& value, ResString const& text) {
     value.set("x");
 #    elif defined(HALV_CASE_7)
     static_cast<void>(text < text);
+#    elif defined(HALV_CASE_8)
+    Convert::toAString(3); // nor a type by its number
 #    endif
 }
 #endif

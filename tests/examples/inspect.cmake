@@ -103,15 +103,15 @@ expect(0 "offset 0 (0x0): packed, 20 bytes\n${ids}  text  \"a\"\n  units 1\n" "^
 expect(0 "offset 0 (0x0): slot, 20 bytes\n${ids}  text  \"a\"\n  units 1\n  fill  intact\n" "^$"
     --kind slot --capacity=1 --count=1 slot)
 expect(0 "offset 6 (0x6): raw-slot, 6 bytes\n  text  \"\"\n  units 0\n  fill  not intact\n" "^$"
-    --kind raw-slot --capacity 0x2 --offset 0x6 raw-slot)
+    --kind raw-slot --capacity 0x2 --offset 0X6 raw-slot)
 expect(0 "offset 0 (0x0): id, 16 bytes\n${ids}" "^$" --kind id --stride 32 id)
 
 # Characters: a quote, a backslash, a line end, two pairs of surrogates, surrogates the wrong way
-# round and at the end, a control character, one of two bytes and one of three.
+# round and at the end, control characters, one of two bytes and one of three.
 write_bytes(${WORK_DIR}/characters
-    "0E 00 22 00 5C 00 0A 00 3D D8 00 DE 00 D8 00 DC 00 DC 00 D8 9B 00 E9 00 AC 20 00 D8 FF DB")
-set(text [=[\"\\\u000a😀𐀀\udc00\ud800\u009bé€\ud800\udbff]=])
-expect(0 "{\"offset\":0,\"kind\":\"raw\",\"size\":30,\"length\":14,\"text\":\"${text}\"}\n" "^$"
+    "0F 00 7F 00 22 00 5C 00 0A 00 3D D8 00 DE 00 D8 00 DC 00 DC 00 D8 9B 00 E9 00 AC 20 00 D8 FF DB")
+set(text [=[\u007f\"\\\u000a😀𐀀\udc00\ud800\u009bé€\ud800\udbff]=])
+expect(0 "{\"offset\":0,\"kind\":\"raw\",\"size\":32,\"length\":15,\"text\":\"${text}\"}\n" "^$"
     --kind raw --json characters)
 
 # A default slot has room for the longest text. Records that lie across many blocks of the file.

@@ -11,7 +11,9 @@ macro(run status)
         RESULT_VARIABLE result
     )
     if(NOT result EQUAL ${status})
-        message(FATAL_ERROR "${ARGN}: ended with ${result} instead of ${status}\n${output}${errors}")
+        message(
+            FATAL_ERROR "${ARGN}: ended with ${result} instead of ${status}\n${output}${errors}"
+        )
     endif()
 endmacro()
 
@@ -42,12 +44,24 @@ run(2 examples/registry/missing.csv)
 expect_equal("${errors}" "Error -103\n  P1: examples/registry/missing.csv\n")
 expect_equal("${output}" "")
 
+# One record more than an array holds, and one with more lines than a record may have: its first 16
+# lines are refused, then each of the others.
+string(REPEAT "MA-L,A0B1C5,x,y\n" 65536 records)
+string(REPEAT "x\n" 19 rest)
+file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/many.csv "heading\n${records}\"\n${rest}")
+run(0 ${CMAKE_CURRENT_BINARY_DIR}/many.csv)
+set(counts "records: +65535\nerrors: +6\nwarnings: +65534\n")
+if(NOT output MATCHES "${counts}lines read: +65557 = 65536 taken \\+ 21 refused")
+    message(FATAL_ERROR "the limits do not hold:\n${output}")
+endif()
+
 set(real /usr/share/ieee-data/oui.csv)
 if(NOT EXISTS ${real})
     return()
 endif()
 run(0 ${real} 00:D0:EF 00D0EF)
-if(NOT output MATCHES "lines read: +([0-9]+) = ([0-9]+) taken \\+ ([0-9]+) refused \\+ ([0-9]+) blank")
+set(sum "lines read: +([0-9]+) = ([0-9]+) taken \\+ ([0-9]+) refused \\+ ([0-9]+) blank")
+if(NOT output MATCHES "${sum}")
     message(FATAL_ERROR "no count of lines in\n${output}")
 endif()
 math(EXPR sum "${CMAKE_MATCH_2} + ${CMAKE_MATCH_3} + ${CMAKE_MATCH_4}")

@@ -1,4 +1,7 @@
 #include <Halvora/text/Convert.h>
+#include <Halvora/text/ResString.h>
+#include <Halvora/text/ResString2.h>
+#include <Halvora/text/VarChar.h>
 
 #include <iomanip>
 #include <sstream>
@@ -54,15 +57,63 @@ TEST(Convert, everyElementIsConvertedByItselfAtEveryLength) {
 }
 
 TEST(Convert, aResultIsOneAllocationWhichMayFail) {
-    std::wstring const source(5000, 'x');
-    auto const act = [&](HLVString& units) {
-        std::vector<std::wstring> fields;
-        Convert::toHLVString(units, source);
-        Convert::toAString(units);
-        Convert::splitQuoted(Convert::toWString(units), L',', fields);
+    static std::string const narrow(5000, 'x');
+    static std::wstring const wide(5000, 'x');
+    static HLVString const units(5000, 'x');
+    struct Outputs {
+        std::string narrow;
+        std::wstring wide;
+        HLVString units;
+        std::vector<std::string> fields{1};
+        std::vector<std::wstring> wideFields{1};
+        unsigned short length = 0;
     };
-    EXPECT_EQ(5, failEachAllocation([] { return HLVString(); }, act, [](auto&) {}));
-    EXPECT_EQ(4, failEachAllocation([] { return HLVString(5000, 'y'); }, act, [](auto&) {}));
+    using Act = void (*)(Outputs&);
+    Act const makeNew[] = {[](Outputs&) { Convert::toWString(units); },
+                           [](Outputs&) { Convert::toWString(narrow); },
+                           [](Outputs&) { Convert::toAString(units); },
+                           [](Outputs&) { Convert::toAString(wide); },
+                           [](Outputs&) { Convert::toAString(Binary16()); },
+                           [](Outputs&) { Convert::toWString(Binary16()); },
+                           [](Outputs&) { Convert::toBool(narrow); },
+                           [](Outputs&) { ResString(units).wstr(); },
+                           [](Outputs&) { ResString(units).c_str(); },
+                           [](Outputs&) { VarChar(wide).wstr(); },
+                           [](Outputs&) { ResString2({}, narrow); },
+                           [](Outputs&) { ResString2({}, wide); },
+                           [](Outputs&) { ResString2({}, units); },
+                           [](Outputs&) { ResString2({}, narrow.c_str()); },
+                           [](Outputs&) { ResString2({}, wide.c_str()); },
+                           [](Outputs&) { ResString2({}, units.c_str()); },
+                           [](Outputs&) { ResString2{ResString(units)}; }};
+    Act const reuse[] = {[](Outputs& o) { Convert::toWString(o.wide, units); },
+                         [](Outputs& o) { Convert::toWString(o.wide, units.c_str()); },
+                         [](Outputs& o) { Convert::toWString(o.wide, narrow); },
+                         [](Outputs& o) { Convert::toWString(o.wide, narrow.c_str()); },
+                         [](Outputs& o) { Convert::toAString(o.narrow, 5000, units.data()); },
+                         [](Outputs& o) { Convert::toAString(o.narrow, 5000, wide.data()); },
+                         [](Outputs& o) { Convert::toHLVString(o.units, narrow); },
+                         [](Outputs& o) { Convert::toHLVString(o.units, wide); },
+                         [](Outputs& o) { Convert::split(narrow, ',', o.fields); },
+                         [](Outputs& o) { Convert::split(wide, L',', o.wideFields); },
+                         [](Outputs& o) { Convert::splitQuoted(narrow, ',', o.fields); },
+                         [](Outputs& o) { Convert::splitQuoted(wide, L',', o.wideFields); },
+                         [](Outputs& o) { ResString(units).toWStr(o.wide); },
+                         [](Outputs& o) { ResString(units).toStr(o.narrow); },
+                         [](Outputs& o) { VarChar(wide).wstr(o.wide); },
+                         [](Outputs& o) {
+                             VarChar::set(&static_cast<VarChar const&>(VarChar(wide)), o.wide,
+                                          o.length);
+                         }};
+    auto const fresh = [] { return Outputs(); };
+    for (Act const& act : makeNew) {
+        EXPECT_EQ(1, failEachAllocation(fresh, act, [](auto&) {})) << &act - makeNew;
+    }
+    auto const used = [] { return Outputs{narrow, wide, units, {narrow}, {wide}}; };
+    for (Act const& act : reuse) {
+        EXPECT_EQ(1, failEachAllocation(fresh, act, [](auto&) {})) << &act - reuse;
+        EXPECT_EQ(0, failEachAllocation(used, act, [](auto&) {})) << &act - reuse;
+    }
 }
 
 // The text trimmed on the left, on the right and on both sides.
@@ -119,7 +170,9 @@ template <typename Text, typename Char = typename Text::value_type>
 void checkSplitting(Text const& alphabet) {
     using Split = std::vector<Text>& (*)(Text const&, Char, std::vector<Text>&);
     Split const functions[] = {Convert::split, Convert::splitQuoted};
-    std::vector<Text> fields;
+    static Text const empty; // with an address below that of any field
+    std::vector<Text> fields(1);
+    EXPECT_TRUE(Convert::split(empty, alphabet[0], fields).empty());
     for (unsigned round = 0; round < 20000; ++round) {
         Text const text = drawText(alphabet, round % 100 < 2 ? 300 : 14);
         Split const split = functions[round % 2];
@@ -146,6 +199,7 @@ TEST(Convert, tokensEndWhereAFurtherCharacterFollowsTheDelimiter) {
         SCOPED_TRACE(text + " by " + delimiter);
         char* next = text.data();
         ASSERT_EQ(text.data(), Convert::token(nullptr, nullptr, next));
+        ASSERT_EQ(text.data(), Convert::token(text.data(), nullptr, next));
         std::string rest = text;
         for (char* at = text.data(); at != nullptr || next != nullptr; at = nullptr) {
             auto const end = std::min(rest.find(delimiter), rest.size());
@@ -155,6 +209,7 @@ TEST(Convert, tokensEndWhereAFurtherCharacterFollowsTheDelimiter) {
             ASSERT_EQ(last, next == nullptr);
             rest.erase(0, end + delimiter.size());
         }
+        ASSERT_EQ(nullptr, Convert::token(nullptr, delimiter.c_str(), next));
     }
 }
 

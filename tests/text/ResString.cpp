@@ -62,7 +62,7 @@ TEST(ResString, packedFormsAndSlotsLieAnywhereAndMayOverlap) {
     EXPECT_EQ("#" + std::string(26, '\0') + "#", buffer);
     ResString text = used();
     text.set(nullptr);
-    EXPECT_EQ(std::string(18, '\0'), bytesOf(text));
+    EXPECT_EQ(std::string(36, '\0'), bytesOf(text) + bytesOf(ResString::EMPTY));
 }
 
 TEST(ResString, sourceMayBeTheTextItself) {
@@ -77,6 +77,10 @@ TEST(ResString, sourceMayBeTheTextItself) {
 
 TEST(ResString, textGoesOutOneElementAUnit) {
     ResString text = used();
+    std::wostringstream failed;
+    failed.setstate(std::ios_base::eofbit);
+    ResString().toWStr(failed);
+    EXPECT_FALSE(failed.fail()); // nothing is inserted
     for (unsigned const length : {128u, 0u, 1u, 17u}) {
         std::wstring wide, out(40, 'x');
         std::string narrow(200, 'x');
@@ -117,6 +121,7 @@ TEST(ResString, equalityIsDecidedByTwoIdsElseByTheTexts) {
     EXPECT_EQ(used() = L"a", ResString(L"a")); // whatever lies behind the text
     std::hash<ResString2> const hash;
     EXPECT_TRUE(hash(texts2[4]) == hash(texts2[5]) && hash(texts2[1]) != hash(texts2[2]));
+    EXPECT_TRUE(hash(texts2[1]) != hash(texts2[5]) && hash(texts2[5]) != hash(texts2[6]));
 }
 
 } // namespace

@@ -84,7 +84,7 @@ TEST(ResString2, keepsEverySourceWholeButNoNull) {
 }
 
 TEST(ResString2, asksTheTranslatorOnlyForTextWithAnId) {
-    ResString2 const text(id, L"\xE9\x20AC"), anonymous({}, L"!");
+    ResString2 const text(id, L"\xE9\x20AC"), anonymous({}, L"!"), none;
     std::string narrow = "old";
     std::ostringstream narrowStream;
     std::wostringstream stream;
@@ -93,6 +93,7 @@ TEST(ResString2, asksTheTranslatorOnlyForTextWithAnId) {
     text.getText(stream);
     text.ToString(stream, Bracketing());
     anonymous.ToString(stream, Bracketing());
+    none.ToString(stream, Bracketing());
     EXPECT_EQ("\xE9 \xE9 ", narrow + narrowStream.str());
     EXPECT_EQ(L"\xE9\x20AC[\xE9\x20AC]!", stream.str());
 }

@@ -35,6 +35,14 @@ TEST(VarChar, rawFormsAndSlotsLieAnywhereAndHoldAtMost512Units) {
             EXPECT_EQ(expected.replace(1, slot.size(), slot), buffer) << length << " " << capacity;
         }
     }
+    std::string slot = "9999999";
+    VarChar text("old");
+    VarChar::set(nullptr, 3, 2, slot.data());
+    text.set(static_cast<wchar_t const*>(nullptr), 3);
+    EXPECT_EQ(rawForm(L"") + "0000" + '9', slot);
+    EXPECT_TRUE(VarChar::equal(&text, nullptr, 0) && text == VarChar());
+    EXPECT_EQ(rawForm(L""), bytesOf(VarChar()));
+    EXPECT_FALSE(VarChar::equal("\1\0x", nullptr, 1));
 }
 
 TEST(VarChar, narrowTextIsWidenedAndRawFormsEqualTheirText) {

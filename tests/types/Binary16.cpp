@@ -74,7 +74,9 @@ TEST(Binary16, comparisonAndHashSeeEveryBit) {
         for (Byte behind = 15; behind > byte; --behind) {
             zero.set(behind, 0xFF); // decides nothing
         }
-        EXPECT_TRUE(zero < one && !(one < zero) && zero != one && !(zero == one)) << i;
+        EXPECT_TRUE(zero < one && zero <= one && one > zero && one >= zero && zero != one) << i;
+        EXPECT_FALSE(one < zero || one <= zero || zero > one || zero >= one || zero == one) << i;
+        EXPECT_TRUE(one <= one && one >= one && !(one < one) && !(one > one)) << i;
     }
     EXPECT_EQ(128u, hashes.size());
 }

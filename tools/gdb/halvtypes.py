@@ -327,7 +327,7 @@ def list_entries(value):
 
 def version(value):
     numbers = (int(value["m_n" + part]) for part in ("Major", "Minor", "Build", "Revision"))
-    release = readable(string, value["m_strReleaseType"]).strip('"')
+    release = readable(string, value["m_strReleaseType"])[1:-1]
     text = ".".join(map(str, numbers))
     return text if release in ("", "release") else "%s (%s)" % (text, release)
 
