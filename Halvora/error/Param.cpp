@@ -129,7 +129,7 @@ Stream& HLVError::Param::write(Stream& stream) const {
         m_data.write(stream);
         stream << detail::literal<Char>("/", L"/");
         writeGrouped(stream, m_data);
-        break;
+        [[fallthrough]];
     case DT_VOID: break;
     }
     return stream;

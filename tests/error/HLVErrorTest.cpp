@@ -179,10 +179,10 @@ struct Grouping : std::numpunct<Char> {
 };
 
 TEST(HLVError, messageIgnoresTheLocaleThatStreamsFollow) {
-    HLVError const error(-1234567, new Param(1234));
+    HLVError const error(-1'234'567, new Param(1234)), least(std::numeric_limits<int>::min());
     std::locale const narrow(std::locale::classic(), new Grouping<char>);
     auto const before = std::locale::global(std::locale(narrow, new Grouping<wchar_t>));
-    EXPECT_EQ("Error -1234567", error.messageA());
+    EXPECT_EQ("Error -1234567 Error -2147483648", error.messageA() + " " + least.messageA());
     EXPECT_EQ(L"Error -1234567", error.message());
     EXPECT_EQ(L"Error -1_234_567\n  P1: 1_234", text(error));
     std::locale::global(before);
@@ -313,9 +313,14 @@ TEST(List, positionsAreComparedAcrossListsAndKinds) {
     EXPECT_TRUE((position++).begin() && position-- != constant && position == constant);
     EXPECT_TRUE((constant++).begin() && constant-- != position && constant == position);
     auto const& self = constant = ++position;
+    auto const& same = position;
     constant = self;
+    position = same;
     EXPECT_TRUE(constant == position && list.begin() != constant && constant != list.begin());
     EXPECT_TRUE(position != other.end() && constant != other.end());
+    EXPECT_TRUE(constant != List::const_iterator(other.end()));
+    HLVError kept(1); // by its owner, since there is no entry to replace
+    list.replace(position = list.end(), &kept);
     list.clear();
     compare(list, {});
 }
@@ -346,16 +351,20 @@ TEST(Exceptions, crossTheBoundaryOfALibrary) {
     auto const layer = reinterpret_cast<void (*)(void (*)())>(dlsym(library, "layer"));
     try {
         layer(nullptr);
+        ADD_FAILURE();
     } catch (std::exception const& e) {
         EXPECT_STREQ("Error -42", e.what());
         EXPECT_THROW(throw, HLVErrorException);
     }
     try {
         layer([] { throw Exception(3, "message", "made"); });
+        ADD_FAILURE();
     } catch (Exception& e) {
         EXPECT_EQ(&e, &(e = Exception(4, "other", "other")));
-        EXPECT_STREQ("message", Exception(e).what());
-        EXPECT_TRUE(e.code() == 3 && e.trace() == "made -> library");
+        for (Exception const& each : {e, Exception(e)}) {
+            EXPECT_STREQ("message", each.what());
+            EXPECT_TRUE(each.code() == 3 && each.trace() == "made -> library");
+        }
     }
     dlclose(library);
 }
@@ -367,11 +376,13 @@ struct Scene {
     List list{new HLVError(-3)};
     List::iterator position = list.begin();
     HLVErrorException thrown{newChain(), std::string(50, 't')};
-    std::unique_ptr<Param> a{new Param(1)}, b{new Param(2)}, c{new Param(3)};
+    Exception exception{5, thrown.trace(), thrown.trace()};
+    std::unique_ptr<HLVError> error{new HLVError(-9)};
+    std::unique_ptr<Param> a{new Param(1)}, b{new Param(L"a long wide text")}, c{new Param(3)};
 
     std::wstring state() const {
         return text(holder) + text(list.getFirstError()) + text(*position) +
-               text(Param(thrown.trace())) + text(Param(list.getCount()));
+               text(Param(thrown.trace() + exception.trace())) + text(Param(list.getCount()));
     }
 };
 
@@ -389,11 +400,43 @@ TEST(Memory, failedAllocationsChangeAndLeakNothing) {
     fails("assign", 16, [](Scene& s) { s.holder = Holder(s.holder); });
     fails("wrap", 1,
           [](Scene& s) { s.holder.prependError(-8, s.a.release(), s.b.release(), s.c.release()); });
+    fails("list of error", 2, [](Scene& s) {
+        List const list(s.error.get());
+        s.error.release();
+    });
     fails("list of holder", 2, [](Scene& s) { List list(s.holder); });
     fails("add holder", 1, [](Scene& s) { s.list.add(s.holder); });
     fails("replace", 1, [](Scene& s) { s.list.replace(s.position, s.holder); });
     fails("position", 1, [](Scene& s) { s.position = s.list.end(); });
+    fails("positions", 12, [](Scene& s) {
+        List::iterator other = s.list.begin();
+        other++, other--;
+        List::const_iterator constant(other), copy(constant);
+        constant = std::as_const(s.list).begin();
+        copy = s.list.end();
+        copy++, copy--;
+    });
+    fails("error of exception", 2, [](Scene& s) { HLVError error(s.thrown); });
+    fails("params", 8, [](Scene& s) {
+        std::wstring const& wide = s.b->getDataString();
+        Param(std::string(wide.begin(), wide.end())), Param(wide), Param(wide.c_str());
+        Param(ResString(wide)), Param(HLVString(wide.size(), 'x')), Param("a narrow text");
+        std::wstring out;
+        s.b->getValue(out);
+    });
+    fails("texts", 2, [](Scene& s) {
+        delete HLVError::makeError(-70'000);
+        s.error->message();
+    });
     fails("throwable", 1, [](Scene& s) { HLVErrorException e(nullptr, s.thrown.trace()); });
+    fails("throwable of error", 1, [](Scene& s) {
+        HLVErrorException e(s.error.release(), s.thrown.trace()); // is its own even if that fails
+    });
+    fails("exception", 4, [](Scene& s) {
+        Exception const made(1, s.thrown.trace(), s.thrown.trace());
+        Exception const copy(made);
+    });
+    fails("exception's trace", 1, [](Scene& s) { s.exception.addTrace("b"); });
     fails("copy throwable", 9, [](Scene& s) { HLVErrorException copy(s.thrown); });
     fails("trace", 1, [](Scene& s) { s.thrown.addTrace("b"); });
 }
