@@ -22,35 +22,38 @@ constexpr To convertElement(From element) noexcept {
     }
 }
 
+inline constexpr std::size_t blockLength = 16;
+
+template <typename To, typename From>
+void convertBlock(To* __restrict out, From const* __restrict in) noexcept {
+    for (std::size_t i = 0; i < blockLength; ++i) {
+        out[i] = convertElement<To>(in[i]);
+    }
+}
+
 // Converts n elements between buffers that do not overlap. Compilers leave a loop of unknown length
 // scalar at -O2, but not one of exactly 16: the last block ends at n and overlaps the one before.
 template <typename To, typename From>
 void convertRun(To* __restrict out, From const* __restrict in, std::size_t n) noexcept {
-    constexpr std::size_t block = 16;
-    if (n < block) {
+    if (n < blockLength) {
         for (std::size_t i = 0; i < n; ++i) {
             out[i] = convertElement<To>(in[i]);
         }
         return;
     }
-    for (std::size_t start = 0; start < n; start += block) {
-        std::size_t const at = std::min(start, n - block);
-        for (std::size_t i = 0; i < block; ++i) {
-            out[at + i] = convertElement<To>(in[at + i]);
-        }
+    std::size_t const last = n - blockLength;
+    for (std::size_t at = 0; at < last; at += blockLength) {
+        convertBlock(out + at, in + at);
     }
+    convertBlock(out + last, in + last);
 }
 
 inline constexpr std::size_t chunkLength = 256;
 
-// Replaces `out` by the conversion of n elements.
+// As convertInto, for an output of another length.
 template <typename String, typename From>
-void convertInto(String& out, From const* in, std::size_t n) {
+[[gnu::noinline]] void resizeAndConvert(String& out, From const* in, std::size_t n) {
     using To = typename String::value_type;
-    if (n == out.size()) {
-        convertRun(out.data(), in, n);
-        return;
-    }
     if (n > out.capacity()) {
         out.clear(); // nothing to carry over into the new buffer
     }
@@ -68,6 +71,17 @@ void convertInto(String& out, From const* in, std::size_t n) {
     }
     out.resize(n);
     convertRun(out.data(), in, n);
+}
+
+// Replaces `out` by the conversion of n elements. What a reused output never needs is a function of
+// its own, whose stack frame would cost as much as 16 elements.
+template <typename String, typename From>
+void convertInto(String& out, From const* in, std::size_t n) {
+    if (n == out.size()) {
+        convertRun(out.data(), in, n);
+    } else {
+        resizeAndConvert(out, in, n);
+    }
 }
 
 // The conversion of n elements as a new string.
