@@ -4,6 +4,7 @@
 #include <iterator>
 #include <memory>
 #include <ostream>
+#include <string_view>
 #include <utility>
 
 #include <Halvora/error/detail/Literal.h>
@@ -12,21 +13,35 @@ namespace Halvora {
 
 namespace {
 
-constexpr char const* narrowHeads[] = {"\n  P1: ", "\n  P2: ", "\n  P3: "};
-constexpr wchar_t const* wideHeads[] = {L"\n  P1: ", L"\n  P2: ", L"\n  P3: "};
-constexpr char narrowSeparator[] = "\n---------------------------------------------------\n";
-constexpr wchar_t wideSeparator[] = L"\n---------------------------------------------------\n";
+// The heads of errors and parameters; each error but the first of a chain begins with a line.
+constexpr std::string_view narrowHead = "Error ";
+constexpr std::wstring_view wideHead = L"Error ";
+constexpr std::string_view narrowNextHead =
+    "\n---------------------------------------------------\nError ";
+constexpr std::wstring_view wideNextHead =
+    L"\n---------------------------------------------------\nError ";
+constexpr std::string_view narrowParamHeads[] = {"\n  P1: ", "\n  P2: ", "\n  P3: "};
+constexpr std::wstring_view wideParamHeads[] = {L"\n  P1: ", L"\n  P2: ", L"\n  P3: "};
 
 template <typename Char>
-std::basic_ostream<Char>& writeError(std::basic_ostream<Char>& stream, HLVError const& error) {
-    stream << detail::literal<Char>("Error ", L"Error ") << error.getCode();
+void writeError(std::basic_ostream<Char>& stream, std::basic_string_view<Char> head,
+                HLVError const& error) {
+    stream << head << error.getCode();
     HLVError::Param const* const params[] = {error.getParam0(), error.getParam1(),
                                              error.getParam2()};
     for (int i = 0; i < 3; ++i) {
         if (params[i] != nullptr) {
-            stream << detail::literal<Char>(narrowHeads[i], wideHeads[i]) << *params[i];
+            // The field width is spent by now, so this is an insertion, without its cost.
+            auto const paramHead = detail::literal<Char>(narrowParamHeads[i], wideParamHeads[i]);
+            stream.write(paramHead.data(), static_cast<std::streamsize>(paramHead.size()));
+            stream << *params[i];
         }
     }
+}
+
+template <typename Char>
+std::basic_ostream<Char>& writeFirst(std::basic_ostream<Char>& stream, HLVError const& error) {
+    writeError(stream, detail::literal<Char>(narrowHead, wideHead), error);
     return stream;
 }
 
@@ -35,10 +50,9 @@ std::basic_ostream<Char>& writeChain(std::basic_ostream<Char>& stream, HLVError 
     if (error == nullptr) {
         return stream << detail::literal<Char>("<NONE>", L"<NONE>");
     }
-    writeError(stream, *error);
+    writeFirst(stream, *error);
     while ((error = error->getPrecedingError()) != nullptr) {
-        stream << detail::literal<Char>(narrowSeparator, wideSeparator);
-        writeError(stream, *error);
+        writeError(stream, detail::literal<Char>(narrowNextHead, wideNextHead), *error);
     }
     return stream;
 }
@@ -133,11 +147,11 @@ HLVError* HLVError::copy(HLVError const* error) {
 }
 
 std::ostream& HLVError::singleOutput(std::ostream& stream) const {
-    return writeError(stream, *this);
+    return writeFirst(stream, *this);
 }
 
 std::wostream& HLVError::singleOutput(std::wostream& stream) const {
-    return writeError(stream, *this);
+    return writeFirst(stream, *this);
 }
 
 std::ostream& HLVError::operator<<(std::ostream& stream) const {

@@ -78,9 +78,9 @@ HLVError::Param::Param(Binary16 const& value) noexcept : Param(DT_BINARY16, valu
 HLVError::Param::Param(ResString const& value)
     : m_type(DT_STRINGRES), m_data(value.id()), m_dataString(value.wstr()) {}
 
-HLVError::Param::Param(char const* text) : m_type(DT_STRING) {
-    Convert::toWString(m_dataString, text);
-}
+HLVError::Param::Param(char const* text)
+    : m_type(DT_STRING),
+      m_dataString(detail::converted<std::wstring>(text, detail::terminatedLength(text))) {}
 
 HLVError::Param::Param(std::string const& text)
     : m_type(DT_STRING), m_dataString(Convert::toWString(text)) {}
