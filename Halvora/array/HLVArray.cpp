@@ -124,7 +124,7 @@ void* joinedTexts(Text* head, std::size_t headCount, Text const* tail, std::size
     static_assert(std::is_nothrow_move_constructible_v<Text>);
     for (std::size_t i = 0; i < headCount; ++i) {
         new (texts + i) Text(std::move(head[i]));
-        head[i].~Text();
+        std::destroy_at(head + i);
     }
     if (head != nullptr) {
         deleteTexts(head, headCount);
