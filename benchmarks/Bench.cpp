@@ -6,10 +6,12 @@
 
 #include <dlfcn.h>
 
-std::size_t bench::allocations() {
-    static auto const* const count =
+bench::Memory bench::memory() {
+    static auto const* const allocations =
         static_cast<std::size_t const*>(dlsym(RTLD_DEFAULT, "halvtypes_allocations"));
-    return count != nullptr ? *count : 0;
+    static auto const* const bytes =
+        static_cast<std::size_t const*>(dlsym(RTLD_DEFAULT, "halvtypes_allocated_bytes"));
+    return bytes != nullptr ? Memory{*allocations, *bytes} : Memory();
 }
 
 void bench::stopUnless(bool isSame, std::string const& who) {

@@ -1,12 +1,15 @@
-// Appending to, copying and walking typed arrays.
+// Appending to, changing, copying and walking typed arrays.
 
 #include "Bench.h"
 
 #include <Halvora/array/ArrayView.h>
 #include <Halvora/array/HLVArray.h>
 
+#include <algorithm>
+#include <cstring>
 #include <memory>
 #include <numeric>
+#include <utility>
 
 #ifdef HALVTYPES_WITH_QT
 #    include <QVector>
@@ -14,129 +17,217 @@
 
 using namespace Halvora;
 using bench::add;
+using bench::addBoth;
+using bench::addSame;
+using bench::stopUnless;
 
 namespace {
 
 constexpr std::size_t counts[] = {16, 256, 4096, 65535};
 
-// Both arrays grow in turn when there are two: the storage then cannot always grow in place.
-void append(std::size_t n, HLVArray& a, HLVArray* b = nullptr) {
-    for (std::size_t i = 0; i < n; ++i) {
-        a.addDouble(static_cast<double>(i));
-        if (b != nullptr) {
-            b->addDouble(static_cast<double>(i));
-        }
-    }
-    benchmark::DoNotOptimize(a.getData());
+// An element, and the operations of its type.
+template <typename T, auto Append, auto Set>
+struct Element {
+    std::string name;
+    T value;
+    eDataType type;
+
+    std::vector<T> times(std::size_t n) const { return std::vector<T>(n, value); }
+};
+
+using A = HLVArray;
+Element<double, &A::addDouble, &A::setDouble> const doubles{"double", 0.5, DT_DOUBLE};
+Element<int, &A::addInt32, &A::setInt32> const ints{"int", 5, DT_INT32};
+Element<unsigned char, &A::addByte, &A::setByte> const bytes{"byte", 5, DT_BYTE};
+Element<std::wstring, &A::addString, &A::setString> const shortTexts{"short text", L"ab",
+                                                                     DT_STRING};
+Element<std::wstring, &A::addString, &A::setString> const longTexts{
+    "long text", std::wstring(40, L'x'), DT_STRING};
+Element<ResString, &A::addResString, &A::setResString> const resourceStrings{
+    "resource string", ResString(L"ab"), DT_STRINGRES};
+
+template <typename T>
+HLVArray arrayOf(std::vector<T> const& values) {
+    return HLVArray(static_cast<unsigned short>(values.size()), values.data());
 }
 
-void addAppends(std::size_t n) {
-    add("append double", n, "ours", [n] {
-        HLVArray array(DT_DOUBLE);
-        append(n, array);
-    });
-    add("append double, two in turn", n, "ours", [n] {
-        HLVArray a(DT_DOUBLE);
-        HLVArray b(DT_DOUBLE);
-        append(n, a, &b);
-    });
-    auto const vectors = [n](int many) {
-        std::vector<double> a;
-        std::vector<double> b;
-        for (std::size_t i = 0; i < n; ++i) {
-            a.push_back(static_cast<double>(i));
-            if (many > 1) {
-                b.push_back(static_cast<double>(i));
-            }
+template <typename Vector, typename T>
+void addPushes(std::string const& name, char const* who, std::vector<T> const& values) {
+    addSame(name, values.size(), who, Vector(values.begin(), values.end()), [values] {
+        Vector vector;
+        for (T const& value : values) {
+            vector.push_back(value);
         }
-        benchmark::DoNotOptimize(a.data());
-        benchmark::DoNotOptimize(b.data());
-    };
-    add("append double", n, "limit", [vectors] { vectors(1); });
-    add("append double, two in turn", n, "limit", [vectors] { vectors(2); });
-    add("append double", n, "new, copy, delete", [n] {
-        std::unique_ptr<double[]> all;
-        for (std::size_t i = 0; i < std::min<std::size_t>(n, 4096); ++i) { // quadratic
-            std::unique_ptr<double[]> grown(new double[i + 1]);
+        return vector;
+    });
+}
+
+// A straightforward exact array: a new block an append, every element copied.
+template <typename T>
+void addCopies(std::string const& name, char const* who, std::vector<T> const& values) {
+    auto const append = [values] {
+        std::unique_ptr<T[]> all;
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            std::unique_ptr<T[]> grown(new T[i + 1]);
             std::copy(all.get(), all.get() + i, grown.get());
-            grown[i] = static_cast<double>(i);
+            grown[i] = values[i];
             all = std::move(grown);
         }
-        benchmark::DoNotOptimize(all.get());
+        return all;
+    };
+    stopUnless(std::equal(values.begin(), values.end(), append().get()), name + " by " + who);
+    add(name, values.size(), who, [append] { benchmark::DoNotOptimize(append().get()); });
+}
+
+template <typename T, auto Append, auto Set>
+void addAppends(Element<T, Append, Set> const& of, std::size_t n, char const* byCopy) {
+    std::string const name = "append " + of.name;
+    addSame(name, n, "ours", arrayOf(of.times(n)), [n, of] {
+        HLVArray array(of.type);
+        for (std::size_t i = 0; i < n; ++i) {
+            (array.*Append)(of.value);
+        }
+        return array;
     });
+    addPushes<std::vector<T>>(name, "limit", of.times(n));
+    if (n <= 4096) { // quadratic
+        addCopies(name, byCopy, of.times(n));
+    }
+}
+
+template <typename T, auto Append, auto Set>
+void addSetting(Element<T, Append, Set> const& of, std::size_t n) {
+    std::string const name = "init, then set " + of.name;
+    addSame(name, n, "ours", arrayOf(of.times(n)), [n, of] {
+        HLVArray array(of.type);
+        array.init(static_cast<unsigned short>(n), of.type);
+        for (std::size_t i = 0; i < n; ++i) {
+            (array.*Set)(static_cast<unsigned short>(i), of.value);
+        }
+        return array;
+    });
+    addPushes<std::vector<T>>(name, "limit", of.times(n));
+}
+
+// Two that grow in turn: their storage cannot always grow in place.
+template <typename Array, typename Append>
+void addInTurn(char const* who, Array const& empty, Array const& full, std::size_t n,
+               Append append) {
+    addSame("append double, two in turn", n, who, std::pair(full, full), [n, empty, append] {
+        std::pair both(empty, empty);
+        for (std::size_t i = 0; i < n; ++i) {
+            append(both.first, 0.5);
+            append(both.second, 0.5);
+        }
+        return both;
+    });
+}
+
+void addNumbers(std::size_t n) {
+    addAppends(doubles, n, "new, copy, delete");
 #ifdef HALVTYPES_WITH_QT
-    add("append double", n, "QVector", [n] {
-        QVector<double> vector;
-        for (std::size_t i = 0; i < n; ++i) {
-            vector.append(static_cast<double>(i));
-        }
-        benchmark::DoNotOptimize(vector.constData());
-    });
+    addPushes<QVector<double>>("append double", "QVector", doubles.times(n));
 #endif
+    std::vector<double> const values = doubles.times(n);
+    addInTurn("ours", HLVArray(DT_DOUBLE), arrayOf(values), n,
+              [](HLVArray& to, double value) { to.addDouble(value); });
+    addInTurn("limit", std::vector<double>(), values, n,
+              [](std::vector<double>& to, double value) { to.push_back(value); });
+    addAppends(ints, n, "new, copy, delete");
+    addAppends(bytes, n, "new, copy, delete");
 }
 
-// A straightforward exact array of texts: a new block an append, every text copied.
-void appendByCopy(std::size_t n, std::wstring const& text) {
-    std::unique_ptr<std::wstring[]> all;
-    for (std::size_t i = 0; i < n; ++i) {
-        std::unique_ptr<std::wstring[]> grown(new std::wstring[i + 1]);
-        std::copy(all.get(), all.get() + i, grown.get());
-        grown[i] = text;
-        all = std::move(grown);
-    }
-}
+// Runs of `n` doubles, each operation beside that of a vector.
+void addRuns(std::size_t n) {
+    std::vector<double> values(n);
+    std::iota(values.begin(), values.end(), 0.0);
+    HLVArray const array = arrayOf(values);
 
-void addTexts(std::string const& kind, std::wstring const& text, std::size_t n) {
-    std::string const name = "append " + kind + " text";
-    add(name, n, "ours", [n, text] {
-        HLVArray array(DT_STRING);
-        for (std::size_t i = 0; i < n; ++i) {
-            array.addString(text);
-        }
+    std::vector<double> turned(values);
+    turned.push_back(0.5);
+    turned.erase(turned.begin());
+    addSame("remove first, append", n, "ours", arrayOf(turned),
+            [array = HLVArray(array)]() mutable -> HLVArray& {
+                array.removeRange(0, 1);
+                array.addDouble(0.5);
+                return array;
+            });
+    addSame("remove first, append", n, "limit", turned, [values]() mutable -> std::vector<double>& {
+        values.erase(values.begin());
+        values.push_back(0.5);
+        return values;
     });
-    add(name, n, "copy assignment", [n, text] { appendByCopy(n, text); });
-    add("init, then set " + kind + " text", n, "ours", [n, text] {
-        HLVArray array(DT_STRING);
-        array.init(static_cast<unsigned short>(n), DT_STRING);
-        for (std::size_t i = 0; i < n; ++i) {
-            array.setString(static_cast<unsigned short>(i), text);
-        }
+
+    std::vector<double> doubled(values);
+    doubled.insert(doubled.end(), values.begin(), values.end());
+    addSame("add an array twice", n, "ours", arrayOf(doubled), [array] {
+        HLVArray sum(DT_DOUBLE);
+        sum.add(array);
+        sum.add(array);
+        return sum;
     });
-    for (std::string const& both : {name, "init, then set " + kind + " text"}) {
-        add(both, n, "limit", [n, text] {
-            std::vector<std::wstring> vector;
-            for (std::size_t i = 0; i < n; ++i) {
-                vector.push_back(text);
-            }
-            benchmark::DoNotOptimize(vector.data());
+    addSame("add an array twice", n, "limit", doubled, [values] {
+        std::vector<double> sum;
+        sum.insert(sum.end(), values.begin(), values.end());
+        sum.insert(sum.end(), values.begin(), values.end());
+        return sum;
+    });
+
+    addBoth(
+        "arrays compared", n, true, [array, same = array] { return array == same; },
+        [values, same = values]() mutable {
+            benchmark::DoNotOptimize(values.data());
+            return std::memcmp(values.data(), same.data(), values.size() * sizeof(double)) == 0;
         });
-    }
+    addBoth(
+        "array[i] of each", n, std::accumulate(values.begin(), values.end(), 0.0),
+        [array] {
+            double sum = 0;
+            for (unsigned short i = 0; i < array.getCount(); ++i) {
+                sum += *static_cast<double const*>(array[i].getData());
+            }
+            return sum;
+        },
+        [values] {
+            double sum = 0;
+            for (double const value : values) {
+                std::vector<double> one(1, value);
+                benchmark::DoNotOptimize(one.data());
+                sum += one[0];
+            }
+            return sum;
+        });
 }
 
 void addReading(std::size_t n) {
-    std::vector<double> const values(n, 0.5);
-    auto const array = std::make_shared<HLVArray>(static_cast<unsigned short>(n), values.data());
-    add("copy of an array", n, "ours", [array] { benchmark::DoNotOptimize(HLVArray(*array)); });
-    add("copy of an array", n, "limit",
-        [values] { benchmark::DoNotOptimize(std::vector<double>(values)); });
-    add("sum of an array", n, "ours", [array] {
-        auto const view = viewOf<double>(*array);
-        benchmark::DoNotOptimize(std::accumulate(view.begin(), view.end(), 0.0));
-    });
-    add("sum of an array", n, "limit",
-        [values] { benchmark::DoNotOptimize(std::accumulate(values.begin(), values.end(), 0.0)); });
+    auto const values = std::make_shared<std::vector<double>>(n, 0.5);
+    auto const array = std::make_shared<HLVArray>(arrayOf(*values));
+    addSame("copy of an array", n, "ours", *array, [array] { return HLVArray(*array); });
+    addSame("copy of an array", n, "limit", *values, [values] { return std::vector(*values); });
+    addBoth(
+        "sum of an array", n, 0.5 * static_cast<double>(n),
+        [array] {
+            auto const view = viewOf<double>(*array);
+            return std::accumulate(view.begin(), view.end(), 0.0);
+        },
+        [values] { return std::accumulate(values->begin(), values->end(), 0.0); });
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
     for (std::size_t const n : counts) {
-        addAppends(n);
+        addNumbers(n);
         addReading(n);
+        addSetting(shortTexts, n);
+        addSetting(longTexts, n);
     }
-    for (std::size_t const n : {256, 1024, 4096}) {
-        addTexts("short", L"ab", n);
-        addTexts("long", std::wstring(40, L'x'), n);
+    for (std::size_t const n : {16u, 256u, 4096u}) {
+        addAppends(shortTexts, n, "copy assignment");
+        addAppends(longTexts, n, "copy assignment");
+        addAppends(resourceStrings, n, "copy assignment");
+        addSetting(resourceStrings, n);
+        addRuns(n);
     }
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

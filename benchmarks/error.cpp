@@ -1,14 +1,21 @@
-// Chains of three errors with two parameters each: made, copied, printed, destroyed. And what
-// longer chains and lists cost.
+// Chains of three errors with two parameters each: made, copied, printed, destroyed. What longer
+// chains and lists cost. Exceptions that carry errors.
 
 #include "Bench.h"
 
 #include <Halvora/error/HLVError.h>
 #include <Halvora/error/HLVErrorException.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <exception>
+#include <forward_list>
+#include <iterator>
+#include <list>
 #include <memory>
+#include <regex>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -25,6 +32,9 @@
 
 using namespace Halvora;
 using bench::add;
+using bench::addBoth;
+using bench::addSame;
+using bench::stopUnless;
 using Param = HLVError::Param;
 
 namespace {
@@ -41,32 +51,54 @@ HLVError* makeChain(int n) {
     return error;
 }
 
-// Where all of them print to: a buffer that stays.
-class Sink {
-public:
-    std::ostringstream& rewound() {
-        m_stream->seekp(0);
-        return *m_stream;
+// Whether a printed chain holds the three codes, the text three times and the three numbers, in
+// whatever form: contenders do comparable work and print texts of their own.
+bool holdsChain(std::string const& printed) {
+    std::set<int> numbers;
+    std::regex const number("(^|[^-\\w])(-?[0-9]+)\\b");
+    for (std::sregex_iterator at(printed.begin(), printed.end(), number), end; at != end; ++at) {
+        numbers.insert(std::stoi((*at)[2]));
     }
+    std::regex const pattern(text);
+    auto const texts = std::distance(std::sregex_iterator(printed.begin(), printed.end(), pattern),
+                                     std::sregex_iterator());
+    return texts == depth && numbers == std::set<int>{-3, -2, -1, 0, 1, 2};
+}
 
-private:
-    std::shared_ptr<std::ostringstream> m_stream = std::make_shared<std::ostringstream>();
-};
+// Times what prints to a buffer that stays, once its text is right.
+template <typename IsRight, typename Print>
+void addPrint(char const* name, std::size_t size, char const* who, IsRight isRight, Print print) {
+    auto const stream = std::make_shared<std::ostringstream>();
+    print(*stream);
+    stopUnless(isRight(stream->str()), std::string(name) + " by " + who);
+    add(name, size, who, [stream, print] {
+        stream->seekp(0);
+        print(*stream);
+    });
+}
+
+template <typename Print>
+void addChain(char const* who, Print print) {
+    addPrint(chainName, depth, who, holdsChain, print);
+}
 
 #ifdef HALVTYPES_WITH_BOOST
+using Code = boost::error_info<struct CodeTag, int>;
 using Text = boost::error_info<struct TextTag, std::string>;
 using Number = boost::error_info<struct NumberTag, int>;
 struct Failure : virtual std::exception, virtual boost::exception {};
 #endif
 
 void throwNested(int level) {
+    std::string const what =
+        "Error -" + std::to_string(level) + ": " + text + ", " + std::to_string(level - 1);
+    if (level == 1) {
+        throw std::runtime_error(what);
+    }
     try {
-        if (level > 1) {
-            throwNested(level - 1);
-        }
-        throw std::runtime_error("Error -1: sensor out of range, 0");
+        throwNested(level - 1);
     } catch (...) {
-        std::throw_with_nested(std::runtime_error("Error -" + std::to_string(level) + ": " + text));
+        std::throw_with_nested(std::runtime_error(what));
     }
 }
 
@@ -79,59 +111,60 @@ void printNested(std::exception const& e, std::ostream& stream) {
     }
 }
 
-void addContenders(Sink sink) {
-    add(chainName, depth, "std::nested_exception", [sink]() mutable {
+void addContenders() {
+    addChain("std::nested_exception", [](std::ostream& stream) { // not copied
         try {
-            throwNested(depth - 1);
+            throwNested(depth);
         } catch (std::exception const& e) {
-            printNested(e, sink.rewound());
+            printNested(e, stream);
         }
     });
 #ifdef HALVTYPES_WITH_GLIB
-    add(chainName, depth, "GError", [sink]() mutable {
+    addChain("GError", [](std::ostream& stream) {
         GError* error = nullptr;
         g_set_error(&error, 1, -1, "Error %d\n  P1: %s\n  P2: %d", -1, text, 0);
         g_prefix_error(&error, "Error %d\n  P1: %s\n  P2: %d\n---\n", -2, text, 1);
         g_prefix_error(&error, "Error %d\n  P1: %s\n  P2: %d\n---\n", -3, text, 2);
         GError* const copy = g_error_copy(error);
-        sink.rewound() << copy->message;
+        stream << copy->message;
         g_error_free(copy);
         g_error_free(error);
     });
 #endif
 #ifdef HALVTYPES_WITH_ABSEIL
-    add(chainName, depth, "abseil", [sink]() mutable {
+    addChain("abseil", [](std::ostream& stream) {
         absl::Status status(absl::StatusCode::kInternal, "Error -3");
-        for (char const level : {'1', '2', '3'}) {
-            status.SetPayload(std::string("text") + level, absl::Cord(text));
-            status.SetPayload(std::string("number") + level, absl::Cord(std::string(1, level)));
+        for (int level = 1; level <= depth; ++level) {
+            std::string const name = "Error -" + std::to_string(level);
+            status.SetPayload(name + " P1", absl::Cord(text));
+            status.SetPayload(name + " P2", absl::Cord(std::to_string(level - 1)));
         }
         absl::Status copy(status);
         copy.SetPayload("copied", absl::Cord()); // it is shared until it is changed
-        sink.rewound() << copy;
+        stream << copy;
     });
 #endif
 #ifdef HALVTYPES_WITH_BOOST
-    add(chainName, depth, "boost::exception", [sink]() mutable {
+    addChain("boost::exception", [](std::ostream& stream) {
         Failure first;
-        first << Text(text) << Number(0);
+        first << Code(-1) << Text(text) << Number(0);
         Failure second;
-        second << Text(text) << Number(1)
+        second << Code(-2) << Text(text) << Number(1)
                << boost::errinfo_nested_exception(boost::copy_exception(first));
         Failure third;
-        third << Text(text) << Number(2)
+        third << Code(-3) << Text(text) << Number(2)
               << boost::errinfo_nested_exception(boost::copy_exception(second));
         Failure const copy(third);
-        sink.rewound() << boost::diagnostic_information(copy);
+        stream << boost::diagnostic_information(copy);
     });
 #endif
 }
 
-void addChains(Sink sink) {
-    add(chainName, depth, "ours", [sink]() mutable {
+void addChains() {
+    addChain("ours", [](std::ostream& stream) {
         HLVError::Holder const holder(makeChain(depth));
         HLVError::Holder const copy(holder);
-        sink.rewound() << copy;
+        stream << copy;
     });
     // What the chain and its copy need: 6 errors, 12 parameters, 6 texts, in their sizes.
     add(chainName, depth, "limit", [] {
@@ -145,58 +178,205 @@ void addChains(Sink sink) {
         }
     });
     HLVError::Holder const three(makeChain(depth));
-    add("chain: print", depth, "ours", [three, sink]() mutable { sink.rewound() << three; });
     std::ostringstream printed;
     printed << three;
-    add("chain: print", depth, "limit", [text = printed.str(), sink]() mutable {
-        sink.rewound().write(text.data(), static_cast<std::streamsize>(text.size()));
-    });
-    add("message", 1, "ours", [] {
-        HLVError const error(-1004996);
-        benchmark::DoNotOptimize(error.messageA());
-    });
-    add("message", 1, "limit", [] {
+    auto const isSame = [whole = printed.str()](std::string const& all) { return all == whole; };
+    addPrint("chain: print", depth, "ours", holdsChain,
+             [three](std::ostream& stream) { stream << three; });
+    addPrint("chain: print", depth, "limit", isSame,
+             [whole = printed.str()](std::ostream& stream) { stream << whole; });
+
+    std::string const message = "Error -1004996";
+    HLVError const error(-1004996);
+    addSame("message", 1, "ours", message, [error] { return error.messageA(); });
+    addSame("message", 1, "limit", message, [] {
         char digits[32];
-        std::string made(digits, static_cast<std::size_t>(
-                                     std::snprintf(digits, sizeof digits, "Error %d", -1004996)));
-        benchmark::DoNotOptimize(made);
+        int const length = std::snprintf(digits, sizeof digits, "Error %d", -1004996);
+        return std::string(digits, static_cast<std::size_t>(length));
     });
-    add("message", 1, "string stream", [] {
+    addSame("message", 1, "string stream", message, [] {
         std::ostringstream stream;
         stream << "Error " << -1004996;
-        benchmark::DoNotOptimize(stream.str());
+        return stream.str();
     });
 }
 
-void addGrowth(Sink sink, int n) {
+// What grows with the length of a chain.
+void addLongChain(int n) {
     auto const size = static_cast<std::size_t>(n);
+    HLVError::Holder const chain(makeChain(n));
     add("long chain: make, destroy", size, "ours",
         [n] { HLVError::Holder const holder(makeChain(n)); });
-    HLVError::Holder const chain(makeChain(n));
     add("long chain: copy, destroy", size, "ours", [chain] { HLVError::Holder const copy(chain); });
-    add("long chain: print", size, "ours", [chain, sink]() mutable { sink.rewound() << chain; });
-    auto const list = std::make_shared<HLVError::List>();
+    addPrint(
+        "long chain: print", size, "ours", [](std::string const& all) { return !all.empty(); },
+        [chain](std::ostream& stream) { stream << chain; });
+    std::forward_list<int> codes;
     for (int i = 0; i < n; ++i) {
-        list->add(new HLVError(-1));
+        codes.push_front(-i - 1);
     }
-    add("list: walk", size, "ours", [list] {
-        int sum = 0;
-        for (auto at = list->begin(); !at.end(); ++at) {
-            sum += (*at)->getCode();
+    addBoth( // the oldest error is -1
+        "long chain: getByCode", size, -1,
+        [chain] { return chain.getError()->getByCode(-1)->getCode(); },
+        [codes] { return *std::find(codes.begin(), codes.end(), -1); });
+}
+
+using Errors = std::list<std::unique_ptr<HLVError>>;
+
+// n entries, all warnings but the last.
+void fill(HLVError::List& list, int n) {
+    for (int i = 1; i <= n; ++i) {
+        list.add(new HLVError(i < n ? i : -1));
+    }
+}
+void fill(Errors& list, int n) {
+    for (int i = 1; i <= n; ++i) {
+        list.push_back(std::make_unique<HLVError>(i < n ? i : -1));
+    }
+}
+
+// Each operation of lists beside the same on a list of owning pointers. None changes its list.
+void addLists(int n) {
+    auto const size = static_cast<std::size_t>(n);
+    auto const ours = std::make_shared<HLVError::List>();
+    auto const limit = std::make_shared<Errors>();
+    fill(*ours, n);
+    fill(*limit, n);
+    auto const sum = static_cast<std::int64_t>(n) * (n - 1) / 2 - 1;
+    addBoth(
+        "list: walk", size, sum,
+        [ours] {
+            std::int64_t all = 0;
+            for (auto at = ours->begin(); !at.end(); ++at) {
+                all += (*at)->getCode();
+            }
+            return all;
+        },
+        [limit] {
+            std::int64_t all = 0;
+            for (auto const& error : *limit) {
+                all += error->getCode();
+            }
+            return all;
+        });
+    addBoth(
+        "list: find a code", size, -1,
+        [ours] {
+            auto at = ours->begin();
+            while ((*at)->getCode() != -1) {
+                ++at;
+            }
+            return (*at)->getCode();
+        },
+        [limit] {
+            auto at = limit->begin();
+            while ((*at)->getCode() != -1) {
+                ++at;
+            }
+            return (*at)->getCode();
+        });
+    addBoth(
+        "list: add, destroy", size, n,
+        [n] {
+            HLVError::List list;
+            fill(list, n);
+            return list.getCount();
+        },
+        [n] {
+            Errors list;
+            fill(list, n);
+            return static_cast<int>(list.size());
+        });
+    addBoth(
+        "list: extract, add each", size, n,
+        [ours, n] {
+            for (int i = 0; i < n; ++i) {
+                HLVError::Holder holder;
+                auto at = ours->begin();
+                ours->extract(at, holder);
+                ours->add(holder);
+            }
+            return ours->getCount();
+        },
+        [limit, n] {
+            for (int i = 0; i < n; ++i) {
+                std::unique_ptr<HLVError> error = std::move(limit->front());
+                limit->pop_front();
+                limit->push_back(std::move(error));
+            }
+            return static_cast<int>(limit->size());
+        });
+    addBoth(
+        "list: add, remove each", size, 0,
+        [n] {
+            HLVError::List list;
+            fill(list, n);
+            for (int i = 0; i < n; ++i) {
+                auto at = list.begin();
+                list.remove(at);
+            }
+            return list.getCount();
+        },
+        [n] {
+            Errors list;
+            fill(list, n);
+            for (int i = 0; i < n; ++i) {
+                list.pop_front();
+            }
+            return static_cast<int>(list.size());
+        });
+}
+
+// An exception with a trace, which a layer between extends and throws on. The limit throws the bare
+// trace.
+template <typename Make, typename Extend, typename TraceOf>
+void addThrow(char const* who, Make make, Extend extend, TraceOf traceOf) {
+    using Exception = decltype(make());
+    addSame("throw, add trace, catch", 1, who, "io -> pump", [make, extend, traceOf] {
+        try {
+            try {
+                throw make();
+            } catch (Exception& e) {
+                extend(e);
+                throw;
+            }
+        } catch (Exception& e) {
+            return std::string(traceOf(e));
         }
-        benchmark::DoNotOptimize(sum);
     });
+}
+
+void addThrows() {
+    addThrow(
+        "ours", [] { return HLVErrorException(new HLVError(-1), "io"); },
+        [](HLVErrorException& e) { e.addTrace("pump"); },
+        [](HLVErrorException& e) { return e.trace(); });
+    addThrow(
+        "limit", [] { return std::string("io"); }, [](std::string& e) { e += " -> pump"; },
+        [](std::string& e) { return e; });
+#ifdef HALVTYPES_WITH_BOOST
+    addThrow(
+        "boost::exception",
+        [] {
+            Failure failure;
+            failure << Code(-1) << Text("io");
+            return failure;
+        },
+        [](Failure& e) { *boost::get_error_info<Text>(e) += " -> pump"; },
+        [](Failure& e) { return *boost::get_error_info<Text>(e); });
+#endif
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    Sink const sink;
-    addChains(sink);
-    addContenders(sink);
+    addChains();
+    addContenders();
     for (int const n : {16, 256, 4096, 65536}) {
-        addGrowth(sink, n);
+        addLongChain(n);
+        addLists(n);
     }
+    addThrows();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
 }

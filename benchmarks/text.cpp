@@ -1,4 +1,4 @@
-// Conversions between the encodings, splitting, texts in raw memory.
+// Conversions between the encodings, splitting, the small tools, texts in objects and raw memory.
 
 #include "Bench.h"
 
@@ -6,14 +6,19 @@
 #include <Halvora/text/ResString.h>
 #include <Halvora/text/VarChar.h>
 
+#include <algorithm>
+#include <charconv>
 #include <cstring>
 #include <fstream>
 #include <memory>
 #include <sstream>
 
 #include <iconv.h>
+#include <strings.h>
 
 #ifdef HALVTYPES_WITH_ABSEIL
+#    include <absl/strings/escaping.h>
+#    include <absl/strings/numbers.h>
 #    include <absl/strings/str_split.h>
 #endif
 #ifdef HALVTYPES_WITH_BOOST
@@ -29,6 +34,8 @@
 
 using namespace Halvora;
 using bench::add;
+using bench::addBoth;
+using bench::addSame;
 using bench::stopUnless;
 
 namespace {
@@ -54,7 +61,8 @@ void addConversion(std::string const& name, In const& in, Into into, ByValue byV
     add(name + ", new", n, "ours", [in, byValue] { benchmark::DoNotOptimize(byValue(in)); });
 }
 
-// The C library's converter, as a user without any of these libraries would call it.
+// The C library's converter, as a user without any of these libraries would call it, with a handle
+// that stays open.
 template <typename Out, typename In>
 void addIconv(std::string const& name, In const& in, Out const& expected, char const* from,
               char const* to) {
@@ -67,11 +75,16 @@ void addIconv(std::string const& name, In const& in, Out const& expected, char c
         std::size_t room = n * sizeof(out[0]);
         iconv(handle.get(), &read, &left, &write, &room);
     };
-    In source(in);
-    Out out;
-    convert(source, out);
-    stopUnless(out == expected, name + " by iconv");
-    add(name, in.size(), "iconv", [convert, source, out]() mutable { convert(source, out); });
+    addSame(name, in.size(), "iconv", expected,
+            [convert, source = in, out = Out()]() mutable -> Out& {
+                convert(source, out);
+                return out;
+            });
+    addSame(name + ", new", in.size(), "iconv", expected, [convert, source = in]() mutable {
+        Out out;
+        convert(source, out);
+        return out;
+    });
 }
 
 #if defined(HALVTYPES_WITH_QT) || defined(HALVTYPES_WITH_ICU)
@@ -117,12 +130,13 @@ void addConversions(std::size_t n) {
                                [](auto& in) { return Convert::toAString(in); });
 
     addIconv("narrow to wide", narrow, wide, "ISO-8859-1", "WCHAR_T");
+    addIconv("narrow to 16-bit", narrow, units, "ISO-8859-1", "UCS-2LE");
     addIconv("16-bit to wide", units, wide, "UCS-2LE", "WCHAR_T");
     addIconv("wide to 16-bit", wide, units, "WCHAR_T", "UCS-2LE");
     addIconv("16-bit to narrow", units, narrow, "UCS-2LE", "ISO-8859-1");
     addIconv("wide to narrow", wide, narrow, "WCHAR_T", "ISO-8859-1");
 
-    auto const length = static_cast<int>(n);
+    [[maybe_unused]] auto const length = static_cast<int>(n);
 #ifdef HALVTYPES_WITH_QT
     auto const latin1 = [narrow, length] { return QString::fromLatin1(narrow.data(), length); };
     QString const text = latin1();
@@ -194,58 +208,101 @@ std::vector<Text>& splitQuotedByStream(Text const& text, typename Text::value_ty
     return fields;
 }
 
-template <typename Lines, typename Split>
-void addSplit(std::string const& name, char const* who, Lines lines, Split split) {
-    add(name, lines->size(), who, [lines, split] {
+// Fields of contenders as ours.
+std::string const& fieldOf(std::string const& field) {
+    return field;
+}
+std::wstring const& fieldOf(std::wstring const& field) {
+    return field;
+}
+#ifdef HALVTYPES_WITH_ABSEIL
+std::string fieldOf(absl::string_view field) {
+    return std::string(field);
+}
+#endif
+#ifdef HALVTYPES_WITH_QT
+std::wstring fieldOf(QString const& field) {
+    return field.toStdWString();
+}
+#endif
+
+template <typename Text>
+using Texts = std::shared_ptr<std::vector<Text>>;
+
+// Times a splitter of lines, once all its fields are as expected. It may see one more, empty,
+// behind a separator at the end of a line.
+template <typename Line, typename Text, typename Split>
+void addSplit(std::string const& name, std::size_t size, char const* who, Texts<Line> lines,
+              std::vector<std::vector<Text>> const& expected, Split split) {
+    for (std::size_t i = 0; i < lines->size(); ++i) {
+        auto const& fields = split((*lines)[i]);
+        std::vector<Text> same;
+        std::transform(fields.begin(), fields.end(), std::back_inserter(same),
+                       [](auto const& field) { return fieldOf(field); });
+        if (same.size() == expected[i].size() + 1 && same.back().empty()) {
+            same.pop_back();
+        }
+        stopUnless(same == expected[i], name + " by " + who);
+    }
+    add(name, size, who, [lines, split]() mutable {
         std::size_t count = 0;
         for (auto const& line : *lines) {
-            count += split(line);
+            count += static_cast<std::size_t>(split(line).size());
         }
         benchmark::DoNotOptimize(count);
     });
 }
 
+// Every separator found, nothing done about it.
 template <typename Text>
-void addSplits(std::string const& suffix, std::shared_ptr<std::vector<Text>> lines) {
+void addScan(std::string const& name, std::size_t size, Texts<Text> lines) {
     using Char = typename Text::value_type;
-    auto const fields = std::make_shared<std::vector<Text>>();
-    auto const other = std::make_shared<std::vector<Text>>();
-    for (Text const& line : *lines) {
-        stopUnless(Convert::split(line, Char(','), *fields) ==
-                       splitByStream(line, Char(','), *other),
-                   "split by string stream");
-        stopUnless(Convert::splitQuoted(line, Char(','), *fields) ==
-                       splitQuotedByStream(line, Char(','), *other),
-                   "splitQuoted by string stream");
-    }
-    auto const scan = [](Text const& line) {
+    add(name, size, "limit", [lines] {
         std::size_t count = 0;
-        auto const* const end = line.data() + line.size();
-        for (auto const* at = line.data();
-             (at = std::char_traits<Char>::find(at, static_cast<std::size_t>(end - at), ','));
-             ++at) {
-            ++count;
+        for (Text const& line : *lines) {
+            auto const* const end = line.data() + line.size();
+            for (auto const* at = line.data();
+                 (at = std::char_traits<Char>::find(at, static_cast<std::size_t>(end - at), ','));
+                 ++at) {
+                ++count;
+            }
         }
-        return count;
-    };
-    std::string const plain = "split" + suffix;
-    std::string const quoted = "splitQuoted" + suffix;
-    addSplit(plain, "limit", lines, scan);
-    addSplit(quoted, "limit", lines, scan);
-    addSplit(plain, "ours", lines, [fields](Text const& line) {
-        return Convert::split(line, Char(','), *fields).size();
-    });
-    addSplit(quoted, "ours", lines, [fields](Text const& line) {
-        return Convert::splitQuoted(line, Char(','), *fields).size();
-    });
-    addSplit(plain, "string stream", lines,
-             [other](Text const& line) { return splitByStream(line, Char(','), *other).size(); });
-    addSplit(quoted, "string stream", lines, [other](Text const& line) {
-        return splitQuotedByStream(line, Char(','), *other).size();
+        benchmark::DoNotOptimize(count);
     });
 }
 
-void addSplits() {
+// Ours beside the stream forms. Gives the fields of `split`.
+template <typename Text>
+std::vector<std::vector<Text>> addSplits(std::string const& suffix, Texts<Text> lines) {
+    using Fields = std::vector<Text>;
+    using Char = typename Text::value_type;
+    using Split = Fields& (*)(Text const&, Char, Fields&);
+    struct {
+        char const* name;
+        Split ours, byStream;
+    } const both[] = {
+        {"splitQuoted", Convert::splitQuoted, splitQuotedByStream<Text>},
+        {"split",       Convert::split,       splitByStream<Text>      }
+    };
+    std::vector<Fields> expected;
+    for (auto const& [name, ours, byStream] : both) {
+        expected.assign(lines->size(), {});
+        for (std::size_t i = 0; i < lines->size(); ++i) {
+            byStream((*lines)[i], Char(','), expected[i]);
+        }
+        auto const into = [](Split split) {
+            return [split, fields = Fields()](Text const& line) mutable -> Fields& {
+                return split(line, Char(','), fields);
+            };
+        };
+        addScan(name + suffix, lines->size(), lines);
+        addSplit(name + suffix, lines->size(), "ours", lines, expected, into(ours));
+        addSplit(name + suffix, lines->size(), "string stream", lines, expected, into(byStream));
+    }
+    return expected;
+}
+
+void addRegistry() {
     auto const lines = std::make_shared<std::vector<std::string>>();
     auto const wide = std::make_shared<std::vector<std::wstring>>();
     std::ifstream file("/usr/share/ieee-data/oui.csv");
@@ -256,23 +313,22 @@ void addSplits() {
     if (lines->empty()) {
         return;
     }
-    addSplits("", lines);
-    addSplits(", wide", wide);
+    [[maybe_unused]] std::size_t const n = lines->size();
+    auto const fields = addSplits("", lines);
+    auto const wideFields = addSplits(", wide", wide);
 #ifdef HALVTYPES_WITH_ABSEIL
-    addSplit("split", "abseil strings", lines, [](std::string const& line) {
-        std::vector<std::string> const fields = absl::StrSplit(line, ',');
-        return fields.size();
+    addSplit("split", n, "abseil strings", lines, fields, [](std::string const& line) {
+        return std::vector<std::string>(absl::StrSplit(line, ','));
     });
-    addSplit("split", "abseil views", lines, [](std::string const& line) {
-        std::vector<absl::string_view> const fields = absl::StrSplit(line, ',');
-        return fields.size();
+    addSplit("split", n, "abseil views", lines, fields, [](std::string const& line) {
+        return std::vector<absl::string_view>(absl::StrSplit(line, ','));
     });
 #endif
 #ifdef HALVTYPES_WITH_BOOST
-    addSplit("split", "boost::split", lines,
-             [fields = std::make_shared<std::vector<std::string>>()](std::string const& line) {
-                 boost::split(*fields, line, [](char c) { return c == ','; });
-                 return fields->size();
+    using Fields = std::vector<std::string>;
+    addSplit("split", n, "boost::split", lines, fields,
+             [into = Fields()](std::string const& line) mutable -> Fields& {
+                 return boost::split(into, line, [](char c) { return c == ','; });
              });
 #endif
 #ifdef HALVTYPES_WITH_QT
@@ -280,21 +336,163 @@ void addSplits() {
     for (std::string const& line : *lines) {
         texts->push_back(QString::fromLatin1(line.data(), static_cast<int>(line.size())));
     }
-    addSplit("split, wide", "QString::split", texts, [](QString const& line) {
-        return static_cast<std::size_t>(line.split(QLatin1Char(',')).size());
+    addSplit("split, wide", n, "QString::split", texts, wideFields,
+             [](QString const& line) { return line.split(QLatin1Char(',')); });
+#endif
+}
+
+// One line of n fields, into fields that are there and into new ones.
+void addLongSplit(std::size_t n) {
+    std::string line;
+    for (std::size_t i = 0; i < n; ++i) {
+        line += "a field with number " + std::to_string(i) + ',';
+    }
+    auto const lines = std::make_shared<std::vector<std::string>>(1, line);
+    using Fields = std::vector<std::string>;
+    std::vector<Fields> fields(1);
+    splitByStream(line, ',', fields[0]);
+    auto const ours = [into = Fields()](std::string const& text) mutable -> Fields& {
+        return Convert::split(text, ',', into);
+    };
+    auto const anew = [](std::string const& text) {
+        Fields into;
+        Convert::split(text, ',', into);
+        return into;
+    };
+    addScan("split of one line", n, lines);
+    addSplit("split of one line", n, "ours", lines, fields, ours);
+    addScan("split of one line, new", n, lines);
+    addSplit("split of one line, new", n, "ours", lines, fields, anew);
+}
+
+// A text, padded and trimmed again in place.
+void addTrim(std::size_t n) {
+    std::string const padded = "  " + std::string(n, 'x') + "\r\n";
+    std::string const expected(n, 'x');
+    auto const by = [&](char const* who, auto trim) {
+        addSame("trim", n, who, expected,
+                [padded, trim, text = std::string()]() mutable -> std::string& {
+                    text = padded;
+                    trim(text);
+                    return text;
+                });
+    };
+    by("ours", [](std::string& text) { Convert::trim(text, Convert::ms_strTrim); });
+    by("limit", [n](std::string& text) {
+        text.resize(n + 2);
+        text.erase(0, 2);
+    });
+#ifdef HALVTYPES_WITH_BOOST
+    by("boost::trim_if",
+       [](std::string& text) { boost::trim_if(text, boost::is_any_of(" \t\r\n")); });
+#endif
+#ifdef HALVTYPES_WITH_ABSEIL
+    by("abseil", [](std::string& text) { absl::StripAsciiWhitespace(&text); });
+#endif
+}
+
+// All tokens of a text that is written anew each time.
+void addTokens(std::size_t n) {
+    std::string line("token");
+    while (line.size() + 6 <= n) {
+        line += ",token";
+    }
+    std::string cut(line);
+    std::replace(cut.begin(), cut.end(), ',', '\0');
+    auto const by = [&](char const* who, auto next) {
+        addSame("token", n, who, cut, [line, next, text = std::string()]() mutable -> std::string& {
+            text = line;
+            char* rest = nullptr;
+            for (char* at = next(text.data(), rest); at != nullptr; at = next(nullptr, rest)) {
+                benchmark::DoNotOptimize(at);
+            }
+            return text;
+        });
+    };
+    by("ours", [](char* text, char*& rest) { return Convert::token(text, ",", rest); });
+    by("strtok_r", [](char* text, char*& rest) { return strtok_r(text, ",", &rest); });
+    by("limit", [](char* text, char*& rest) {
+        char* const at = std::strchr(text != nullptr ? text : rest, ',');
+        if (at != nullptr) {
+            *at = '\0';
+            rest = at + 1;
+        }
+        return at;
+    });
+}
+
+// 16 pairs of digits as bytes, and a word as a truth.
+void addValues() {
+    std::string const digits = "00112233445566778899aAbBcCdDeEfF";
+    std::string const bytes("\0\x11\x22\x33\x44\x55\x66\x77\x88\x99\xaa\xbb\xcc\xdd\xee\xff", 16);
+    auto const by = [&](char const* who, auto toByte) {
+        addSame("toByte", 16, who, bytes,
+                [digits, toByte, out = std::string(16, ' ')]() mutable -> std::string& {
+                    for (std::size_t i = 0; i < 16; ++i) {
+                        out[i] = static_cast<char>(toByte(digits.data() + 2 * i));
+                    }
+                    return out;
+                });
+    };
+    by("ours", [](char const* at) { return Convert::toByte(at[0], at[1]); });
+    by("std::from_chars", [](char const* at) {
+        unsigned char byte = 0;
+        std::from_chars(at, at + 2, byte, 16);
+        return byte;
+    });
+    addSame("toBool", 1, "ours", true, [] { return Convert::toBool("True"); });
+    addSame("toBool", 1, "limit", true, [] {
+        std::string const text("True");
+        return strncasecmp(text.c_str(), "true", 4) == 0;
+    });
+#ifdef HALVTYPES_WITH_ABSEIL
+    addSame("toByte", 16, "abseil", bytes, [digits] { return absl::HexStringToBytes(digits); });
+    addSame("toBool", 1, "abseil", true, [] {
+        bool isTrue = false;
+        return absl::SimpleAtob(std::string("True"), &isTrue) && isTrue;
     });
 #endif
 }
 
+// Texts kept in objects, from wide text and back, and compared where only the last unit differs.
+template <typename Object>
+void addObjects(std::string const& kind, std::size_t n) {
+    std::wstring const wide(n, L'x');
+    Object const object(wide);
+    Object const other(std::wstring(n - 1, L'x') + L'y');
+    for (char const* const what : {"from wide", "to wide"}) {
+        bench::addCopy(kind + ' ' + what, n, 6 * n);
+    }
+    addSame(kind + " from wide", n, "ours", object, [wide] { return Object(wide); });
+    addSame(kind + " to wide", n, "ours", wide,
+            [object, out = std::wstring()]() mutable -> std::wstring& {
+                if constexpr (std::is_same_v<Object, VarChar>) {
+                    object.wstr(out);
+                } else {
+                    object.toWStr(out);
+                }
+                return out;
+            });
+    addBoth(
+        kind + " compared", n, false, [object, other] { return object == other; },
+        [a = std::u16string(n, 'x'), b = std::u16string(n - 1, 'x') + u'y']() mutable {
+            benchmark::DoNotOptimize(a.data());
+            return std::memcmp(a.data(), b.data(), 2 * a.size()) == 0;
+        });
+}
+
 void addRawMemory() {
     ResString const text(Binary16(7), std::wstring(100, L'x'));
+    bench::addCopy("resource string, c_str", 100, 600);
+    addSame("resource string, c_str", 100, "ours", std::wstring(100, L'x'),
+            [text] { return text.c_str(); });
     bench::addCopy("resource string to a slot", 128, 274);
     add("resource string to a slot", 128, "ours", [text] {
         char slot[275];
         ResString::set(&text, 128, slot + 1);
         benchmark::DoNotOptimize(slot);
     });
-    bench::addCopy("raw text to a slot", 512, 512 * 6);
+    bench::addCopy("raw text to a slot", 512, 400 * sizeof(wchar_t) + 1026);
     add("raw text to a slot", 512, "ours", [wide = std::wstring(400, L'x')] {
         char slot[1027];
         VarChar::set(wide.data(), 400, 512, slot + 1);
@@ -308,7 +506,19 @@ int main(int argc, char** argv) {
     for (std::size_t const n : bench::sizes) {
         addConversions(n);
     }
-    addSplits();
+    addRegistry();
+    for (std::size_t const n : bench::sizes) {
+        addLongSplit(n);
+    }
+    for (std::size_t const n : {16u, 256u}) {
+        addTrim(n);
+        addTokens(n);
+    }
+    addValues();
+    for (std::size_t const n : {16u, 128u}) {
+        addObjects<ResString>("resource string", n);
+        addObjects<VarChar>("raw text", n);
+    }
     addRawMemory();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

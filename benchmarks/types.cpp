@@ -11,6 +11,7 @@
 #include <sstream>
 
 #ifdef HALVTYPES_WITH_ABSEIL
+#    include <absl/strings/ascii.h>
 #    include <absl/strings/escaping.h>
 #endif
 #ifdef HALVTYPES_WITH_BOOST
@@ -46,38 +47,34 @@ std::string groupedByStream(Binary16 const& id) {
     return stream.str();
 }
 
-// Registers a contender that turns a 16-byte value into text, once its text is right.
 template <typename ToText>
-void addText(char const* name, char const* who, std::string const& expected, ToText toText) {
-    stopUnless(std::string(toText()) == expected, who);
-    add(name, 36, who, [toText] { benchmark::DoNotOptimize(toText()); });
+void addText(char const* name, char const* who, ToText toText) {
+    bench::addSame(name, 36, who, grouped, toText);
 }
 
 void addGrouped() {
     constexpr char name[] = "identifier to grouped text";
-    addText(name, "limit", grouped, [] {
+    addText(name, "limit", [] {
         char const* text = grouped;
         benchmark::DoNotOptimize(text);
         return std::string(text, 36);
     });
-    addText(name, "ours", grouped, [] { return Convert::toAString(value); });
-    addText(name, "string stream", grouped, [] { return groupedByStream(value); });
+    addText(name, "ours", [] { return Convert::toAString(value); });
+    addText(name, "string stream", [] { return groupedByStream(value); });
 #ifdef HALVTYPES_WITH_BOOST
     boost::uuids::uuid uuid;
     unsigned char const order[] = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
     for (int i = 0; i < 16; ++i) {
         uuid.data[i] = value[order[i]];
     }
-    addText(name, "Boost.UUID", grouped, [uuid] { return boost::uuids::to_string(uuid); });
+    addText(name, "Boost.UUID", [uuid] { return boost::uuids::to_string(uuid); });
 #endif
 #ifdef HALVTYPES_WITH_QT
-    QUuid const quuid(grouped);
-    auto const toText = [quuid] { return quuid.toByteArray(QUuid::WithoutBraces); };
-    stopUnless(toText() == grouped, "QUuid");
-    add(name, 36, "QUuid", [toText] { benchmark::DoNotOptimize(toText()); });
+    addText(name, "QUuid",
+            [quuid = QUuid(grouped)] { return quuid.toByteArray(QUuid::WithoutBraces); });
 #endif
 #ifdef HALVTYPES_WITH_FMT
-    addText(name, "fmt", grouped, [] {
+    addText(name, "fmt", [] {
         unsigned char b[16];
         std::memcpy(b, &value, sizeof b);
         return fmt::format("{:02x}{:02x}{:02x}{:02x}-{:02x}{:02x}-{:02x}{:02x}-{:02x}{:02x}-"
@@ -90,11 +87,11 @@ void addGrouped() {
 
 // To a stream that is rewound each time.
 template <typename Stream, typename Write>
-void addWrite(char const* name, char const* who, Write write) {
-    Stream check;
-    write(check);
-    stopUnless(check.str().size() == 34, who);
+void addWrite(char const* name, char const* who, Write write, std::string const& expected = hex) {
     auto const stream = std::make_shared<Stream>();
+    write(*stream);
+    auto const text = stream->str();
+    stopUnless(std::equal(text.begin(), text.end(), expected.begin(), expected.end()), who);
     add(name, 34, who, [stream, write] {
         stream->seekp(0);
         write(*stream);
@@ -118,8 +115,14 @@ void addWrites() {
         bytes += static_cast<char>(value[static_cast<unsigned char>(i)]);
     }
     addWrite<std::ostringstream>(narrow, "abseil", [bytes](auto& stream) {
-        stream << "0x" << absl::BytesToHexString(bytes);
+        std::string digits = absl::BytesToHexString(bytes);
+        absl::AsciiStrToUpper(&digits);
+        stream << "0x" << digits;
     });
+    addWrite<std::ostringstream>(
+        narrow, "abseil, lower case",
+        [bytes](auto& stream) { stream << "0x" << absl::BytesToHexString(bytes); },
+        absl::AsciiStrToLower(hex));
 #endif
     addWrite<std::wostringstream>(wide, "limit",
                                   [text = Convert::toWString(std::string(hex))](auto& stream) {
@@ -142,19 +145,17 @@ void addReads() {
         stream->seekg(0);
         return *stream;
     };
-    Binary16 read;
-    stopUnless(read.read(rewind()) && read == value, "ours");
-    add(name, 34, "ours", [rewind] {
+    bench::addSame(name, 34, "ours", value, [rewind] {
         Binary16 id;
         id.read(rewind());
-        benchmark::DoNotOptimize(id);
+        return id;
     });
-    add(name, 34, "limit", [rewind] {
-        char text[34];
-        rewind().read(text, sizeof text);
-        benchmark::DoNotOptimize(text);
-    });
-    add(name, 34, "string stream", [rewind] {
+    bench::addSame(name, 34, "limit", std::string_view(hex),
+                   [rewind, text = std::string(34, ' ')]() mutable -> std::string_view {
+                       rewind().read(text.data(), 34);
+                       return text;
+                   });
+    bench::addSame(name, 34, "string stream", value, [rewind] {
         std::istream& in = rewind();
         in.ignore(2);
         Binary16 id;
@@ -164,7 +165,7 @@ void addReads() {
             in >> high >> low;
             id.set(static_cast<unsigned char>(i), Convert::toByte(high, low));
         }
-        benchmark::DoNotOptimize(id);
+        return id;
     });
 }
 
