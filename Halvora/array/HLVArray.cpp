@@ -458,7 +458,8 @@ int HLVArray::_add(void const* value, eDataType type, unsigned int width) {
     }
 }
 
-// The width is a constant, so the copies are single moves: half the time of an append.
+// The width is a constant, so that copies are single moves: half the time of an append. What asks
+// for memory is a function of its own, with a stack frame: 0.65 of the time of a byte's.
 template <unsigned int Width>
 int HLVArray::append(void const* value, eDataType type) {
     if (m_data != nullptr && m_type != type) {
@@ -470,16 +471,24 @@ int HLVArray::append(void const* value, eDataType type) {
     if (value == nullptr) {
         return ERR_NULL_POINTER;
     }
+    std::size_t const size = m_byteSize;
+    if (m_data == nullptr || m_mayHoldMore || blockSize(size + Width) != blockSize(size)) {
+        return appendToNewBlock<Width>(value, type);
+    }
+    std::memcpy(static_cast<char*>(m_data) + size, value, Width);
+    m_byteSize += Width;
+    ++m_count;
+    return 0;
+}
+
+template <unsigned int Width>
+[[gnu::noinline]] int HLVArray::appendToNewBlock(void const* value, eDataType type) {
     unsigned char copy[Width]; // the value may lie in the block that is about to move
     std::memcpy(copy, value, Width);
-    std::size_t const oldSize = m_byteSize;
-    std::size_t const newSize = oldSize + Width;
-    void* block = m_data;
-    if (block == nullptr || m_mayHoldMore || blockSize(newSize) != blockSize(oldSize)) {
-        block = resizedBlock(block, newSize);
-    }
-    std::memcpy(static_cast<char*>(block) + oldSize, copy, Width);
-    adopt(block, type, m_count + 1u, newSize);
+    std::size_t const size = m_byteSize;
+    void* const block = resizedBlock(m_data, size + Width);
+    std::memcpy(static_cast<char*>(block) + size, copy, Width);
+    adopt(block, type, m_count + 1u, size + Width);
     return 0;
 }
 

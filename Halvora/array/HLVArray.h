@@ -280,6 +280,8 @@ private:
 
     template <unsigned int Width>
     int append(void const* value, eDataType type);
+    template <unsigned int Width>
+    int appendToNewBlock(void const* value, eDataType type);
 
     void release() noexcept;
     void adopt(void* data, eDataType type, std::size_t count, std::size_t byteSize) noexcept;
