@@ -56,64 +56,65 @@ TEST(Convert, everyElementIsConvertedByItselfAtEveryLength) {
     checkEncoding<HLVString, std::string>(toUnits);
 }
 
+// Makes a result by as many allocations as said, each of which may fail.
+template <typename Make>
+void expectAllocations(int expected, Make make) {
+    auto const act = [&](int) { make(); };
+    EXPECT_EQ(expected, failEachAllocation([] { return 0; }, act, [](int) {}))
+        << __PRETTY_FUNCTION__;
+}
+
+// The same with an output that is empty; one that has been used has the memory.
+template <typename Out, typename Into>
+void expectReuse(int expected, Out out, Into into) {
+    expectAllocations(expected, [&] {
+        Out fresh;
+        into(fresh);
+    });
+    expectAllocations(0, [&] { into(out); });
+}
+
 TEST(Convert, aResultIsOneAllocationWhichMayFail) {
-    static std::string const narrow(5000, 'x');
-    static std::wstring const wide(5000, 'x');
-    static HLVString const units(5000, 'x');
-    struct Outputs {
-        std::string narrow;
-        std::wstring wide;
-        HLVString units;
-        std::vector<std::string> fields{1};
-        std::vector<std::wstring> wideFields{1};
-        unsigned short length = 0;
+    std::string const narrow(5000, 'x');
+    std::wstring const wide(5000, L'x');
+    HLVString const units(5000, 'x');
+    auto const checkFrom = [&](auto const& text) {
+        expectAllocations(1, [&] { ResString2({}, text); });
+        expectAllocations(1, [&] { ResString2({}, text.c_str()); });
+        if constexpr (sizeof text[0] != sizeof(wchar_t)) {
+            expectAllocations(1, [&] { Convert::toWString(text); });
+            expectReuse(1, wide, [&](auto& out) { Convert::toWString(out, text); });
+            expectReuse(1, wide, [&](auto& out) { Convert::toWString(out, text.c_str()); });
+        }
+        if constexpr (sizeof text[0] != sizeof(char)) {
+            expectAllocations(1, [&] { Convert::toAString(text); });
+            expectReuse(1, narrow, [&](auto& out) { Convert::toAString(out, 5000, text.data()); });
+        }
+        if constexpr (sizeof text[0] != sizeof(short)) {
+            expectReuse(1, units, [&](auto& out) { Convert::toHLVString(out, text); });
+            expectReuse(2, std::vector(1, text),
+                        [&](auto& out) { Convert::split(text, ',', out); });
+            expectReuse(2, std::vector(1, text),
+                        [&](auto& out) { Convert::splitQuoted(text, ',', out); });
+        }
     };
-    using Act = void (*)(Outputs&);
-    Act const makeNew[] = {[](Outputs&) { Convert::toWString(units); },
-                           [](Outputs&) { Convert::toWString(narrow); },
-                           [](Outputs&) { Convert::toAString(units); },
-                           [](Outputs&) { Convert::toAString(wide); },
-                           [](Outputs&) { Convert::toAString(Binary16()); },
-                           [](Outputs&) { Convert::toWString(Binary16()); },
-                           [](Outputs&) { Convert::toBool(narrow); },
-                           [](Outputs&) { ResString(units).wstr(); },
-                           [](Outputs&) { ResString(units).c_str(); },
-                           [](Outputs&) { VarChar(wide).wstr(); },
-                           [](Outputs&) { ResString2({}, narrow); },
-                           [](Outputs&) { ResString2({}, wide); },
-                           [](Outputs&) { ResString2({}, units); },
-                           [](Outputs&) { ResString2({}, narrow.c_str()); },
-                           [](Outputs&) { ResString2({}, wide.c_str()); },
-                           [](Outputs&) { ResString2({}, units.c_str()); },
-                           [](Outputs&) { ResString2{ResString(units)}; }};
-    Act const reuse[] = {[](Outputs& o) { Convert::toWString(o.wide, units); },
-                         [](Outputs& o) { Convert::toWString(o.wide, units.c_str()); },
-                         [](Outputs& o) { Convert::toWString(o.wide, narrow); },
-                         [](Outputs& o) { Convert::toWString(o.wide, narrow.c_str()); },
-                         [](Outputs& o) { Convert::toAString(o.narrow, 5000, units.data()); },
-                         [](Outputs& o) { Convert::toAString(o.narrow, 5000, wide.data()); },
-                         [](Outputs& o) { Convert::toHLVString(o.units, narrow); },
-                         [](Outputs& o) { Convert::toHLVString(o.units, wide); },
-                         [](Outputs& o) { Convert::split(narrow, ',', o.fields); },
-                         [](Outputs& o) { Convert::split(wide, L',', o.wideFields); },
-                         [](Outputs& o) { Convert::splitQuoted(narrow, ',', o.fields); },
-                         [](Outputs& o) { Convert::splitQuoted(wide, L',', o.wideFields); },
-                         [](Outputs& o) { ResString(units).toWStr(o.wide); },
-                         [](Outputs& o) { ResString(units).toStr(o.narrow); },
-                         [](Outputs& o) { VarChar(wide).wstr(o.wide); },
-                         [](Outputs& o) {
-                             VarChar::set(&static_cast<VarChar const&>(VarChar(wide)), o.wide,
-                                          o.length);
-                         }};
-    auto const fresh = [] { return Outputs(); };
-    for (Act const& act : makeNew) {
-        EXPECT_EQ(1, failEachAllocation(fresh, act, [](auto&) {})) << &act - makeNew;
-    }
-    auto const used = [] { return Outputs{narrow, wide, units, {narrow}, {wide}}; };
-    for (Act const& act : reuse) {
-        EXPECT_EQ(1, failEachAllocation(fresh, act, [](auto&) {})) << &act - reuse;
-        EXPECT_EQ(0, failEachAllocation(used, act, [](auto&) {})) << &act - reuse;
-    }
+    checkFrom(narrow);
+    checkFrom(wide);
+    checkFrom(units);
+    expectAllocations(1, [] { Convert::toAString(Binary16()); });
+    expectAllocations(1, [] { Convert::toWString(Binary16()); });
+    expectAllocations(1, [&] { Convert::toBool(narrow); });
+    ResString const res(wide);
+    VarChar const varChar(wide);
+    unsigned short length = 0;
+    expectAllocations(1, [&] { ResString2{res}; });
+    expectAllocations(1, [&] { res.wstr(); });
+    expectAllocations(1, [&] { ResString(wide).c_str(); });
+    expectAllocations(1, [&] { varChar.wstr(); });
+    expectReuse(1, narrow, [&](auto& out) { res.toStr(out); });
+    expectReuse(1, wide, [&](auto& out) { res.toWStr(out); });
+    expectReuse(1, wide, [&](auto& out) { varChar.wstr(out); });
+    expectReuse(1, wide, [&](auto& out) { VarChar::set(&varChar, out, length); });
 }
 
 // The text trimmed on the left, on the right and on both sides.
