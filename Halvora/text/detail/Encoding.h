@@ -34,7 +34,8 @@ void convertBlock(To* __restrict out, From const* __restrict in) noexcept {
 // Converts n elements between buffers that do not overlap. Compilers leave a loop of unknown length
 // scalar at -O2, but not one of exactly 16: the last block ends at n and overlaps the one before.
 template <typename To, typename From>
-void convertRun(To* __restrict out, From const* __restrict in, std::size_t n) noexcept {
+[[gnu::always_inline]] inline void convertHere(To* __restrict out, From const* __restrict in,
+                                               std::size_t n) noexcept {
     if (n < blockLength) {
         for (std::size_t i = 0; i < n; ++i) {
             out[i] = convertElement<To>(in[i]);
@@ -46,6 +47,12 @@ void convertRun(To* __restrict out, From const* __restrict in, std::size_t n) no
         convertBlock(out + at, in + at);
     }
     convertBlock(out + last, in + last);
+}
+
+// The same as a call, which takes less code, and at 16 elements a fifth longer.
+template <typename To, typename From>
+void convertRun(To* out, From const* in, std::size_t n) noexcept {
+    convertHere(out, in, n);
 }
 
 inline constexpr std::size_t chunkLength = 256;
@@ -78,7 +85,7 @@ template <typename String, typename From>
 template <typename String, typename From>
 void convertInto(String& out, From const* in, std::size_t n) {
     if (n == out.size()) {
-        convertRun(out.data(), in, n);
+        convertHere(out.data(), in, n);
     } else {
         resizeAndConvert(out, in, n);
     }
