@@ -6,6 +6,8 @@
 #include <string>
 #include <type_traits>
 
+#include <Halvora/text/detail/Narrowing.h>
+
 namespace Halvora::detail {
 
 // The one rule by which an element of narrow (char), 16-bit (unsigned short) or wide (wchar_t) text
