@@ -260,20 +260,20 @@ void addLists(int n) {
             return all;
         });
     addBoth(
-        "list: find a code", size, -1,
+        "list: find a code", size, n - 1,
         [ours] {
-            auto at = ours->begin();
-            while ((*at)->getCode() != -1) {
-                ++at;
+            int steps = 0;
+            for (auto at = ours->begin(); (*at)->getCode() != -1; ++at) {
+                ++steps;
             }
-            return (*at)->getCode();
+            return steps;
         },
         [limit] {
-            auto at = limit->begin();
-            while ((*at)->getCode() != -1) {
-                ++at;
+            int steps = 0;
+            for (auto at = limit->begin(); (*at)->getCode() != -1; ++at) {
+                ++steps;
             }
-            return (*at)->getCode();
+            return steps;
         });
     addBoth(
         "list: add, destroy", size, n,
