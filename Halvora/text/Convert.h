@@ -75,9 +75,9 @@ public:
     // As split, with fields in double quotes. A field that begins and ends with a quote loses both.
     // One that only begins with a quote goes on, separators included, to the next quote or the end
     // of the text; a separator directly behind that quote belongs to the field: a,"b,c",d gives
-    // three fields. One that only begins with a quote and has no text behind its separator, as in
-    // a,"b and a,"b, is dropped. A lone quote is kept. No escape puts a quote inside a quoted
-    // field.
+    // three fields. One that only begins with a quote is dropped when no text follows its separator
+    // or nothing separates it: a,"b gives one field. A lone quote is kept. No escape puts a quote
+    // inside a quoted field.
     static std::vector<std::string>& splitQuoted(std::string const& text, char separator,
                                                  std::vector<std::string>& fields);
     static std::vector<std::wstring>& splitQuoted(std::wstring const& text, wchar_t separator,
