@@ -29,6 +29,9 @@ void checkEncoding(Function convert) {
         out.resize(draw(out.size() + 1)); // with capacity to spare
         convert(out, source);
         ASSERT_EQ(expected, out) << __PRETTY_FUNCTION__;
+        out.assign(length, 'x'); // takes the text as it is
+        convert(out, source);
+        ASSERT_EQ(expected, out) << __PRETTY_FUNCTION__;
     }
 }
 

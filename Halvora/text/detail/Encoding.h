@@ -103,7 +103,7 @@ String converted(From const* in, std::size_t n) {
         return String(chunk, n);
     }
     String out;
-    convertInto(out, in, n);
+    resizeAndConvert(out, in, n);
     return out;
 }
 
