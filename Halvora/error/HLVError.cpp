@@ -26,14 +26,12 @@ constexpr std::wstring_view wideParamHeads[] = {L"\n  P1: ", L"\n  P2: ", L"\n  
 template <typename Char>
 void writeError(std::basic_ostream<Char>& stream, std::basic_string_view<Char> head,
                 HLVError const& error) {
-    detail::insert(stream, head);
-    stream << error.getCode();
+    stream << head << error.getCode();
     HLVError::Param const* const params[] = {error.getParam0(), error.getParam1(),
                                              error.getParam2()};
     for (int i = 0; i < 3; ++i) {
         if (params[i] != nullptr) {
-            detail::insert(stream, detail::literal<Char>(narrowParamHeads[i], wideParamHeads[i]));
-            stream << *params[i];
+            stream << detail::literal<Char>(narrowParamHeads[i], wideParamHeads[i]) << *params[i];
         }
     }
 }

@@ -22,7 +22,7 @@ wchar_t const* notNull(wchar_t const* text) {
 }
 
 void writeText(std::wostream& stream, std::wstring const& text) {
-    detail::insert(stream, std::wstring_view(text));
+    stream << text;
 }
 
 // Converted piece by piece on the stack; only a long text that a field width pads is built whole.
@@ -36,7 +36,7 @@ void writeText(std::ostream& stream, std::wstring const& text) {
     do {
         std::size_t const length = std::min(text.size() - at, detail::chunkLength);
         detail::convertRun(chunk, text.data() + at, length);
-        detail::insert(stream, std::string_view(chunk, length));
+        stream << std::string_view(chunk, length);
         at += length;
     } while (at < text.size());
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ostream>
 #include <string_view>
 #include <type_traits>
 
@@ -15,16 +14,6 @@ constexpr std::basic_string_view<Char> literal(std::string_view narrow, std::wst
     } else {
         static_cast<void>(narrow);
         return wide;
-    }
-}
-
-// The insertion of a string; without a field width at half its cost.
-template <typename Char>
-void insert(std::basic_ostream<Char>& stream, std::basic_string_view<Char> text) {
-    if (stream.width() != 0) {
-        stream << text;
-    } else {
-        stream.write(text.data(), static_cast<std::streamsize>(text.size()));
     }
 }
 

@@ -82,8 +82,8 @@ template <typename String, typename From>
     convertRun(out.data(), in, n);
 }
 
-// Replaces `out` by the conversion of n elements. What a reused output never needs is a function of
-// its own, whose stack frame would cost as much as 16 elements.
+// Replaces `out` by the conversion of n elements. What a reused output never needs, and the stack
+// frame for it, is a function of its own.
 template <typename String, typename From>
 void convertInto(String& out, From const* in, std::size_t n) {
     if (n == out.size()) {
