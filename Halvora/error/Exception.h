@@ -7,23 +7,29 @@
 
 namespace Halvora {
 
-// An exception with a code, a message and a trace that every layer may extend.
+/// An exception with a code, a message and a trace that every layer may extend.
 class HALVTYPES_API Exception : public std::exception {
 public:
-    // Keeps copies of the texts.
+    /// Keeps copies of the texts; `what()` answers `message`.
     Exception(int const& code, std::string const& message, std::string const& trace);
+
+    /// A copy with the same code and texts.
     Exception(Exception const& other);
 
-    // Changes nothing: an exception keeps what it was constructed with.
+    /// Changes nothing: an exception keeps what it was constructed with.
     Exception& operator=(Exception const& other) noexcept;
-    ~Exception() override;
+    ~Exception() override; ///< Ends the texts that `what()` and `trace()` gave.
 
-    // What the exception was constructed with, and what was added to the trace.
+    /// The code that was given at construction.
     int const& code() const noexcept { return m_code; }
-    char const* what() const noexcept override; // the message
+
+    /// The message that was given at construction, zero-terminated, valid as long as the exception.
+    char const* what() const noexcept override;
+
+    /// The trace: the text that was given at construction, and what was added.
     std::string const& trace() const noexcept { return m_trace; }
 
-    // Appends " -> " and the text to the trace.
+    /// Appends `" -> "` and the text to the trace. A failed allocation leaves the trace as it was.
     void addTrace(std::string const& text);
 
 private:

@@ -9,32 +9,36 @@ namespace Halvora {
 
 class HLVError;
 
-// An exception that carries an error with its whole chain, and a trace that every layer which
-// catches it may extend before it throws on.
+/// An exception that carries an error with its whole chain, and a trace that every layer which
+/// catches it may extend before it throws on.
 class HALVTYPES_API HLVErrorException : public std::exception {
 public:
-    // Takes ownership of `error`, also when this constructor throws. Null stands for an error with
-    // code 0.
+    /// Takes ownership of `error`, also when this constructor throws; null stands for an error with
+    /// code 0. Copies `trace`.
     HLVErrorException(HLVError* error, std::string const& trace);
 
-    // Copies the error deeply. Moving hands it over: the source has a null error() and an empty
-    // what() then, and may only be destroyed.
+    /// A copy with a deep copy of the error.
     HLVErrorException(HLVErrorException const& other);
-    HLVErrorException(HLVErrorException&& other) noexcept;
-    HLVErrorException& operator=(HLVErrorException const&) = delete;
-    ~HLVErrorException() override;
 
-    // "Error " and the code, whatever happens to the trace.
+    /// Takes the error and the texts over. The source has a null `error()` and an empty `what()`
+    /// then, and may only be destroyed.
+    HLVErrorException(HLVErrorException&& other) noexcept;
+
+    HLVErrorException& operator=(HLVErrorException const&) = delete; ///< It keeps its error.
+    ~HLVErrorException() override; ///< Deletes the error with its chain.
+
+    /// `"Error "` and the code, whatever happens to the trace; valid as long as the exception.
     char const* what() const noexcept override;
 
-    // The text given at construction, and what was added.
+    /// The trace: the text that was given at construction, and what was added.
     std::string const& trace() const noexcept { return m_trace; }
 
-    // The exception keeps ownership; HLVError::copy makes one that outlives it.
+    /// The exception keeps ownership; `HLVError::copy` makes one that outlives it.
     HLVError* error() noexcept { return m_error; }
+    /// The exception keeps ownership; `HLVError::copy` makes one that outlives it.
     HLVError const* error() const noexcept { return m_error; }
 
-    // Appends " -> " and the text to the trace.
+    /// Appends `" -> "` and the text to the trace. A failed allocation leaves the trace as it was.
     void addTrace(std::string const& text);
 
 private:

@@ -9,73 +9,93 @@
 
 namespace Halvora {
 
-// The owner of any number of errors and warnings in the order in which they were added. It takes
-// neither null nor an error with code 0.
+/// The owner of any number of errors and warnings in the order in which they were added. It takes
+/// neither null nor an error with code 0.
 class HALVTYPES_API HLVError::List {
 public:
     class iterator;
     class const_iterator;
 
-    // Empty, or with the argument added as by add.
+    /// Empty.
     List();
+
+    /// Takes ownership of `error` as `add` does.
     explicit List(HLVError* error);
+
+    /// Takes the error of the holder as `add` does.
     explicit List(Holder& holder);
-    List(List const&) = delete;
-    List& operator=(List const&) = delete;
+
+    List(List const&) = delete;            ///< Entries are passed on by `add`.
+    List& operator=(List const&) = delete; ///< Entries are passed on by `add`.
+
+    /// Deletes every entry.
     virtual ~List();
 
-    // Takes ownership of `error`; answers whether it is an error. Null and code 0 are not taken and
-    // stay the caller's, as everything does when memory runs out.
+    /// Takes ownership of `error` and puts it at the end; answers whether it is an error. Null and
+    /// code 0 are not taken and stay the caller's, as everything does when memory runs out.
     bool add(HLVError* error);
+    /// As `add`.
     bool operator+=(HLVError* error) { return add(error); }
 
-    // The same with the error of the holder, which is emptied in every case: an error that the list
-    // does not take is deleted. When memory runs out the holder still has it.
+    /// Puts the error of the holder at the end; answers whether it is an error. The holder is
+    /// emptied in every case: an error that the list does not take is deleted. When memory runs out
+    /// the holder still has it.
     bool add(Holder& holder);
+    /// As `add`.
     bool operator+=(Holder& holder) { return add(holder); }
 
-    // Moves all entries of `other` to the end of this list; answers whether an error was among
-    // them. Adding a list to itself changes nothing and answers false. Constant time. Positions in
-    // `other` become invalid.
+    /// Moves all entries of `other` to the end of this list; answers whether an error was among
+    /// them. Adding a list to itself changes nothing and answers false. Constant time. Positions in
+    /// `other` become invalid.
     bool add(List& other) noexcept;
+    /// As `add`.
     bool operator+=(List& other) noexcept { return add(other); }
 
-    // Deletes every entry.
+    /// Deletes every entry.
     void clear() noexcept;
 
-    // Of all entries, of those below code 0, and of those above.
+    /// The number of entries.
     int getCount() const noexcept;
+    /// The number of entries with a code below 0.
     int getErrorCount() const noexcept { return m_errorCount; }
+    /// The number of entries with a code above 0.
     int getWarningCount() const noexcept { return m_warningCount; }
 
-    // The first and the last entry that is an error, null if none is. The list keeps ownership.
+    /// The first entry that is an error, null if none is. The list keeps ownership.
     HLVError* getFirstError() const noexcept;
+    /// The last entry that is an error, null if none is. The list keeps ownership.
     HLVError* getLastError() const noexcept;
 
-    // The first entry, and the position behind the last one.
+    /// The position of the first entry; the end position of an empty list.
     iterator begin();
+    /// The position behind the last entry.
     iterator end();
+    /// The position of the first entry; the end position of an empty list.
     const_iterator begin() const;
+    /// The position behind the last entry.
     const_iterator end() const;
 
-    // These want a position that stands at an entry of this list, and leave it without one: assign
-    // it anew before any other use. At the end position, or at a position of another list, they
-    // change nothing. Other positions stay valid.
+    /// @name Entries
+    /// These want a position that stands at an entry of this list, and leave it without one: assign
+    /// it anew before any other use. At the end position, or at a position of another list, they
+    /// change nothing. Other positions stay valid.
+    /// @{
 
-    // Hands the entry to the holder.
+    /// Takes the entry out of the list and hands it to the holder, which deletes its own.
     void extract(iterator& position, Holder& holder) noexcept;
 
-    // Deletes the entry.
+    /// Takes the entry out of the list and deletes it.
     void remove(iterator& position) noexcept;
 
-    // Puts `error`, of which it takes ownership, in the place of the entry, which is deleted. Null
-    // and code 0 are not taken, and the entry is only removed. When memory runs out nothing
-    // changes.
+    /// Puts `error`, of which it takes ownership, in the place of the entry, which is deleted. Null
+    /// and code 0 are not taken, and the entry is only removed. When memory runs out nothing
+    /// changes.
     void replace(iterator& position, HLVError* error);
 
-    // The same with the error of the holder, which is emptied when there is an entry: an error that
-    // the list does not take is deleted. When memory runs out nothing changes.
+    /// The same with the error of the holder, which is emptied when there is an entry: an error
+    /// that the list does not take is deleted. When memory runs out nothing changes.
     void replace(iterator& position, Holder& holder);
+    /// @}
 
 private:
     void count(HLVError const& error, int change) noexcept;
@@ -87,50 +107,66 @@ private:
     int m_warningCount = 0;
 };
 
-// A position in a list. The positions form a ring through the end position: a step forward from the
-// last entry reaches the end, one more the first entry. begin() and end() are tests of the
-// position; a walk goes on while end() is false. Each iterator allocates its position, and a failed
-// allocation in an assignment leaves it where it was.
+/// A position in a list. The positions form a ring through the end position: a step forward from
+/// the last entry reaches the end, one more the first entry. `begin()` and `end()` are tests of the
+/// position; a walk goes on while `end()` is false.
+///
+/// Each iterator allocates its position, so does each postfix step, and a failed allocation in an
+/// assignment leaves it where it was.
 class HALVTYPES_API HLVError::List::iterator {
 public:
-    // As the standard library calls them.
-    using iterator_category = std::bidirectional_iterator_tag;
-    using value_type = HLVError*;
-    using difference_type = std::ptrdiff_t;
-    using pointer = void;
-    using reference = HLVError*;
+    using iterator_category = std::bidirectional_iterator_tag; ///< For the standard algorithms.
+    using value_type = HLVError*;                              ///< An entry.
+    using difference_type = std::ptrdiff_t;                    ///< A number of steps.
+    using pointer = void;                                      ///< There is no `->` for a pointer.
+    using reference = HLVError*;                               ///< What `*position` gives.
 
-    // A position of its own, where the arguments say.
+    /// The position `position` of the storage `list`; both stay the caller's.
     iterator(std::list<HLVError*>* list, std::list<HLVError*>::iterator position);
+
+    /// The same position.
     iterator(iterator const& other);
+
+    /// The position of `other`. When memory runs out this one stays where it was.
     iterator& operator=(iterator const& other);
+
+    /// Releases the position; the list keeps its entries.
     virtual ~iterator();
 
-    // Whether it stands at the first entry, or at the end position. Without entries it is at both.
+    /// Whether it stands at the first entry; in an empty list, at the end position.
     bool begin() const noexcept;
+    /// Whether it stands at the end position.
     bool end() const noexcept;
 
-    // The error at the position, which the list keeps; null at the end position.
+    /// The error at the position, which the list keeps; null at the end position.
     HLVError* operator*() const noexcept;
 
-    // One step along the ring; the postfix forms give the position before it.
+    /// One step forward along the ring.
     iterator& operator++() noexcept;
+    /// One step back along the ring.
     iterator& operator--() noexcept;
+    /// One step forward along the ring; gives the position before it. Allocates, the prefix form
+    /// does not.
     iterator operator++(int) {
         iterator const before(*this);
         ++*this;
         return before;
     }
+    /// One step back along the ring; gives the position before it. Allocates, the prefix form does
+    /// not.
     iterator operator--(int) {
         iterator const before(*this);
         --*this;
         return before;
     }
 
-    // Whether both stand at the same position of the same list.
+    /// Whether both stand at the same position of the same list.
     bool operator==(iterator const& other) const noexcept;
+    /// Whether both stand at the same position of the same list.
     bool operator==(const_iterator const& other) const noexcept;
+    /// Whether they stand at different positions, or in different lists.
     bool operator!=(iterator const& other) const noexcept { return !(*this == other); }
+    /// Whether they stand at different positions, or in different lists.
     bool operator!=(const_iterator const& other) const noexcept { return !(*this == other); }
 
 private:
@@ -141,45 +177,65 @@ private:
     std::list<HLVError*>::iterator* m_position;
 };
 
-// A position in a list whose entries are only read.
+/// A position in a list whose entries are only read. All else is as in `HLVError::List::iterator`.
 class HALVTYPES_API HLVError::List::const_iterator {
 public:
-    // All members do what those of iterator do.
+    using iterator_category = std::bidirectional_iterator_tag; ///< For the standard algorithms.
+    using value_type = HLVError const*;                        ///< An entry.
+    using difference_type = std::ptrdiff_t;                    ///< A number of steps.
+    using pointer = void;                                      ///< There is no `->` for a pointer.
+    using reference = HLVError const*;                         ///< What `*position` gives.
 
-    using iterator_category = std::bidirectional_iterator_tag;
-    using value_type = HLVError const*;
-    using difference_type = std::ptrdiff_t;
-    using pointer = void;
-    using reference = HLVError const*;
-
+    /// The position `position` of the storage `list`; both stay the caller's.
     const_iterator(std::list<HLVError*> const* list, std::list<HLVError*>::const_iterator position);
+
+    /// The same position.
     const_iterator(const_iterator const& other);
+    /// The same position.
     const_iterator(iterator const& other);
+
+    /// The position of `other`. When memory runs out this one stays where it was.
     const_iterator& operator=(const_iterator const& other);
+    /// The position of `other`. When memory runs out this one stays where it was.
     const_iterator& operator=(iterator const& other);
+
+    /// Releases the position; the list keeps its entries.
     virtual ~const_iterator();
 
+    /// Whether it stands at the first entry; in an empty list, at the end position.
     bool begin() const noexcept;
+    /// Whether it stands at the end position.
     bool end() const noexcept;
 
+    /// The error at the position, which the list keeps; null at the end position.
     HLVError const* operator*() const noexcept;
 
+    /// One step forward along the ring.
     const_iterator& operator++() noexcept;
+    /// One step back along the ring.
     const_iterator& operator--() noexcept;
+    /// One step forward along the ring; gives the position before it. Allocates, the prefix form
+    /// does not.
     const_iterator operator++(int) {
         const_iterator const before(*this);
         ++*this;
         return before;
     }
+    /// One step back along the ring; gives the position before it. Allocates, the prefix form does
+    /// not.
     const_iterator operator--(int) {
         const_iterator const before(*this);
         --*this;
         return before;
     }
 
+    /// Whether both stand at the same position of the same list.
     bool operator==(iterator const& other) const noexcept;
+    /// Whether both stand at the same position of the same list.
     bool operator==(const_iterator const& other) const noexcept;
+    /// Whether they stand at different positions, or in different lists.
     bool operator!=(iterator const& other) const noexcept { return !(*this == other); }
+    /// Whether they stand at different positions, or in different lists.
     bool operator!=(const_iterator const& other) const noexcept { return !(*this == other); }
 
 private:

@@ -15,76 +15,128 @@ namespace Halvora {
 
 class ResString;
 
-// One typed value of an error. Scalars and 16-byte values are kept in a Binary16, numbers in its
-// leading bytes, the rest zero; texts as a wide string. A resource string gives its id to the bytes
-// and its text to the string. Immutable but for its end.
+/// One typed value of an error. Scalars and 16-byte values are kept in a `Binary16`, numbers in its
+/// leading bytes, the rest zero; texts as a wide string. A resource string gives its id to the
+/// bytes and its text to the string. Immutable but for its end.
 class HALVTYPES_API HLVError::Param {
 public:
-    // The value under the data type of its kind: DT_BOOL, DT_INT32, DT_STRINGRES and so on.
+    /// @name From a value
+    /// The value under the data type of its kind.
+    /// @{
+
+    /// `DT_BOOL`.
     explicit Param(bool value) noexcept;
+    /// `DT_BYTE`.
     explicit Param(unsigned char value) noexcept;
-    explicit Param(short value) noexcept;          // kept sign-extended to 32 bits
-    explicit Param(unsigned short value) noexcept; // kept zero-extended to 32 bits
+    /// `DT_INT16`, kept sign-extended to 32 bits.
+    explicit Param(short value) noexcept;
+    /// `DT_UINT16`, kept zero-extended to 32 bits.
+    explicit Param(unsigned short value) noexcept;
+    /// `DT_INT32`.
     explicit Param(int value) noexcept;
+    /// `DT_UINT32`.
     explicit Param(unsigned int value) noexcept;
-    explicit Param(long value) noexcept; // as the integer of its width
+    /// The integer of its width.
+    explicit Param(long value) noexcept;
+    /// The integer of its width.
     explicit Param(unsigned long value) noexcept;
+    /// `DT_INT64`.
     explicit Param(long long const& value) noexcept;
+    /// `DT_UINT64`.
     explicit Param(unsigned long long const& value) noexcept;
+    /// `DT_FLOAT`.
     explicit Param(float const& value) noexcept;
+    /// `DT_DOUBLE`.
     explicit Param(double const& value) noexcept;
-    explicit Param(Binary16 const& value) noexcept; // DT_BINARY16
+    /// `DT_BINARY16`.
+    explicit Param(Binary16 const& value) noexcept;
+    /// `DT_STRINGRES`: the id in the bytes, the text in the string.
     explicit Param(ResString const& value);
+    /// @}
 
-    // DT_STRING. Narrow and 16-bit texts are converted by Convert, for which null is the empty
-    // text; a null wide text throws std::logic_error.
+    /// @name From a text
+    /// `DT_STRING`. Narrow and 16-bit texts are converted by `Convert`.
+    /// @{
+
+    /// A zero-terminated narrow text; empty for null.
     explicit Param(char const* text);
+    /// A narrow text, zeros inside it included.
     explicit Param(std::string const& text);
+    /// A zero-terminated wide text; null throws `std::logic_error`.
     explicit Param(wchar_t const* text);
+    /// A wide text, zeros inside it included.
     explicit Param(std::wstring const& text);
+    /// A zero-terminated text of 16-bit units; empty for null.
     explicit Param(unsigned short const* text);
+    /// A text of 16-bit units, zeros inside it included.
     explicit Param(HLVString const& text);
+    /// @}
 
-    // Other pointers are no bool.
+    /// Other pointers are no `bool`.
     template <typename T,
               typename = std::enable_if_t<!std::is_same_v<std::remove_const_t<T>, char> &&
                                           !std::is_same_v<std::remove_const_t<T>, wchar_t> &&
                                           !std::is_same_v<std::remove_const_t<T>, unsigned short>>>
     explicit Param(T*) = delete;
+    /// Other pointers are no `bool`.
     template <typename T, typename Class>
     explicit Param(T Class::*) = delete;
+    /// Null is no value.
     explicit Param(std::nullptr_t) = delete;
 
-    // A deep copy.
+    /// An independent copy.
     Param(Param const& other);
-    Param& operator=(Param const&) = delete;
-    ~Param();
+    Param& operator=(Param const&) = delete; ///< A parameter does not change.
+    ~Param();                                ///< Ends the text.
 
-    // What is kept: the type, the bytes and the text.
+    /// The data type of the value.
     eDataType getDataType() const noexcept { return m_type; }
+    /// The bytes of the value; all zero for a text.
     Binary16 const& getData() const noexcept { return m_data; }
+    /// The text; empty for all other types.
     std::wstring const& getDataString() const noexcept { return m_dataString; }
 
-    // Read the leading bytes, whatever the type: another type than the stored one gets the bytes
-    // reinterpreted, a text has all bytes zero, and everything but a text has an empty string.
-    void getValue(bool& value) const noexcept { m_data.get(value); }
-    void getValue(unsigned char& value) const noexcept { m_data.get(value); }
-    void getValue(short& value) const noexcept { m_data.get(value); }
-    void getValue(unsigned short& value) const noexcept { m_data.get(value); }
-    void getValue(int& value) const noexcept { m_data.get(value); }
-    void getValue(unsigned int& value) const noexcept { m_data.get(value); }
-    void getValue(long& value) const noexcept { m_data.get(value); }
-    void getValue(unsigned long& value) const noexcept { m_data.get(value); }
-    void getValue(long long& value) const noexcept { m_data.get(value); }
-    void getValue(unsigned long long& value) const noexcept { m_data.get(value); }
-    void getValue(float& value) const noexcept { m_data.get(value); }
-    void getValue(double& value) const noexcept { m_data.get(value); }
-    void getValue(Binary16& value) const noexcept { value = m_data; }
-    void getValue(std::wstring& value) const { value = m_dataString; }
+    /// @name Reading
+    /// These read the leading bytes, whatever the type: another type than the stored one gets the
+    /// bytes reinterpreted, a text has all bytes zero, and everything but a text has an empty
+    /// string. Ask `getDataType` first.
+    /// @{
 
-    // The value by the stream's own output of its type: a byte as a number, a text narrowed as by
-    // Convert, a 16-byte value as "<hexadecimal form>/<grouped form>", nothing for DT_VOID.
+    /// Reads byte 0: false for 0, otherwise true.
+    void getValue(bool& value) const noexcept { m_data.get(value); }
+    /// Reads byte 0.
+    void getValue(unsigned char& value) const noexcept { m_data.get(value); }
+    /// Reads bytes 0 to 1.
+    void getValue(short& value) const noexcept { m_data.get(value); }
+    /// Reads bytes 0 to 1.
+    void getValue(unsigned short& value) const noexcept { m_data.get(value); }
+    /// Reads bytes 0 to 3.
+    void getValue(int& value) const noexcept { m_data.get(value); }
+    /// Reads bytes 0 to 3.
+    void getValue(unsigned int& value) const noexcept { m_data.get(value); }
+    /// Reads the leading bytes, as many as the target's `long` has.
+    void getValue(long& value) const noexcept { m_data.get(value); }
+    /// Reads the leading bytes, as many as the target's `long` has.
+    void getValue(unsigned long& value) const noexcept { m_data.get(value); }
+    /// Reads bytes 0 to 7.
+    void getValue(long long& value) const noexcept { m_data.get(value); }
+    /// Reads bytes 0 to 7.
+    void getValue(unsigned long long& value) const noexcept { m_data.get(value); }
+    /// Reads bytes 0 to 3.
+    void getValue(float& value) const noexcept { m_data.get(value); }
+    /// Reads bytes 0 to 7.
+    void getValue(double& value) const noexcept { m_data.get(value); }
+    /// Reads all 16 bytes.
+    void getValue(Binary16& value) const noexcept { value = m_data; }
+    /// Reads the text.
+    void getValue(std::wstring& value) const { value = m_dataString; }
+    /// @}
+
+    /// Writes the value by the stream's own output of its type: a byte as a number, a text narrowed
+    /// as by `Convert`, a 16-byte value as `<hexadecimal form>/<grouped form>`, nothing for
+    /// `DT_VOID`.
     std::ostream& operator<<(std::ostream& stream) const;
+    /// As the narrow form, a text unchanged.
     std::wostream& operator<<(std::wostream& stream) const;
 
 private:
@@ -103,8 +155,9 @@ private:
 
 namespace std {
 
-// As the members.
+/// Writes the value as the member does.
 HALVTYPES_API ostream& operator<<(ostream& stream, Halvora::HLVError::Param const& param);
+/// Writes the value as the member does.
 HALVTYPES_API wostream& operator<<(wostream& stream, Halvora::HLVError::Param const& param);
 
 } // namespace std
