@@ -19,6 +19,7 @@
 #include <Halvora/text/ResString2.h>
 #include <Halvora/text/VarChar.h>
 #include <Halvora/types/Binary16.h>
+#include <Halvora/types/ElementTypes.h>
 #include <Halvora/types/HalvTypes.h>
 #include <Halvora/types/ParseBinary16.h>
 #include <Halvora/types/ResultCodes.h>

@@ -27,7 +27,7 @@ constexpr std::size_t counts[] = {16, 256, 4096, 65535};
 
 // An element, and the operations of its type.
 template <typename T, auto Append, auto Set>
-struct Element {
+struct Sample {
     std::string name;
     T value;
     eDataType type;
@@ -36,14 +36,13 @@ struct Element {
 };
 
 using A = HLVArray;
-Element<double, &A::addDouble, &A::setDouble> const doubles{"double", 0.5, DT_DOUBLE};
-Element<int, &A::addInt32, &A::setInt32> const ints{"int", 5, DT_INT32};
-Element<unsigned char, &A::addByte, &A::setByte> const bytes{"byte", 5, DT_BYTE};
-Element<std::wstring, &A::addString, &A::setString> const shortTexts{"short text", L"ab",
-                                                                     DT_STRING};
-Element<std::wstring, &A::addString, &A::setString> const longTexts{
+Sample<double, &A::addDouble, &A::setDouble> const doubles{"double", 0.5, DT_DOUBLE};
+Sample<int, &A::addInt32, &A::setInt32> const ints{"int", 5, DT_INT32};
+Sample<unsigned char, &A::addByte, &A::setByte> const bytes{"byte", 5, DT_BYTE};
+Sample<std::wstring, &A::addString, &A::setString> const shortTexts{"short text", L"ab", DT_STRING};
+Sample<std::wstring, &A::addString, &A::setString> const longTexts{
     "long text", std::wstring(40, L'x'), DT_STRING};
-Element<ResString, &A::addResString, &A::setResString> const resourceStrings{
+Sample<ResString, &A::addResString, &A::setResString> const resourceStrings{
     "resource string", ResString(L"ab"), DT_STRINGRES};
 
 template <typename T>
@@ -80,7 +79,7 @@ void addCopies(std::string const& name, char const* who, std::vector<T> const& v
 }
 
 template <typename T, auto Append, auto Set>
-void addAppends(Element<T, Append, Set> const& of, std::size_t n, char const* byCopy) {
+void addAppends(Sample<T, Append, Set> const& of, std::size_t n, char const* byCopy) {
     std::string const name = "append " + of.name;
     addSame(name, n, "ours", arrayOf(of.times(n)), [n, of] {
         HLVArray array(of.type);
@@ -96,7 +95,7 @@ void addAppends(Element<T, Append, Set> const& of, std::size_t n, char const* by
 }
 
 template <typename T, auto Append, auto Set>
-void addSetting(Element<T, Append, Set> const& of, std::size_t n) {
+void addSetting(Sample<T, Append, Set> const& of, std::size_t n) {
     std::string const name = "init, then set " + of.name;
     addSame(name, n, "ours", arrayOf(of.times(n)), [n, of] {
         HLVArray array(of.type);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Halvora/array/HLVArray.h>
+#include <Halvora/types/ElementTypes.h>
 
 #include <cstddef>
 #include <string>
@@ -36,34 +37,29 @@ private:
 
 namespace detail {
 
-// Whether elements of the type are values of T: ticks are unsigned 64-bit integers like DT_UINT64,
-// identifiers Binary16 like DT_BINARY16, and `long` is the integer of its width.
+// The integer of the same width and sign: std::int64_t is `long` on some machines.
+template <typename T>
+struct Same {
+    using Type = T;
+};
+template <>
+struct Same<long> {
+    using Type = std::conditional_t<sizeof(long) == sizeof(int), int, long long>;
+};
+template <>
+struct Same<unsigned long> {
+    using Type = std::conditional_t<sizeof(long) == sizeof(int), unsigned int, unsigned long long>;
+};
+
+// True when elements of the type are values of T. A type may share its values with another, as
+// ticks do with DT_UINT64.
 template <typename T>
 constexpr bool holds(eDataType type) noexcept {
-    constexpr bool isSigned =
-        std::is_same_v<T, int> || std::is_same_v<T, long> || std::is_same_v<T, long long>;
-    constexpr bool isUnsigned = std::is_same_v<T, unsigned int> ||
-                                std::is_same_v<T, unsigned long> ||
-                                std::is_same_v<T, unsigned long long>;
-    switch (type) {
-    case DT_BOOL: return std::is_same_v<T, bool>;
-    case DT_BYTE: return std::is_same_v<T, unsigned char>;
-    case DT_INT16: return std::is_same_v<T, short>;
-    case DT_UINT16: return std::is_same_v<T, unsigned short>;
-    case DT_INT32: return isSigned && sizeof(T) == 4;
-    case DT_UINT32: return isUnsigned && sizeof(T) == 4;
-    case DT_INT64: return isSigned && sizeof(T) == 8;
-    case DT_UINT64:
-    case DT_TICK: return isUnsigned && sizeof(T) == 8;
-    case DT_FLOAT: return std::is_same_v<T, float>;
-    case DT_DOUBLE: return std::is_same_v<T, double>;
-    case DT_ID:
-    case DT_BINARY16: return std::is_same_v<T, Binary16>;
-    case DT_STRING: return std::is_same_v<T, std::wstring>;
-    case DT_STRINGRES: return std::is_same_v<T, ResString>;
-    case DT_VOID: break;
-    }
-    return false;
+    bool same = false;
+    ElementTypes::visit(type, [&](auto row) {
+        same = std::is_same_v<typename Same<T>::Type, typename decltype(row)::Value>;
+    });
+    return same;
 }
 
 } // namespace detail

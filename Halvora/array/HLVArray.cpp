@@ -1,4 +1,5 @@
 #include <Halvora/array/HLVArray.h>
+#include <Halvora/types/ElementTypes.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -13,30 +14,23 @@
 
 namespace Halvora {
 
-// Which value type the operations of a name take and which element type it stands for.
+// The rows of the table of element types, by the names of the operations.
 struct HLVArray::Rows {
-    template <eDataType Type, typename T>
-    struct Row {
-        static constexpr eDataType type = Type;
-        using Value = T;
-    };
-
-    using Bool = Row<DT_BOOL, bool>;
-    using Byte = Row<DT_BYTE, unsigned char>;
-    using Int16 = Row<DT_INT16, short>;
-    using Int32 = Row<DT_INT32, int>;
-    using Int64 = Row<DT_INT64, long long>;
-    using UInt16 = Row<DT_UINT16, unsigned short>;
-    using UInt32 = Row<DT_UINT32, unsigned int>;
-    using UInt64 = Row<DT_UINT64, unsigned long long>;
-    using Float = Row<DT_FLOAT, float>;
-    using Double = Row<DT_DOUBLE, double>;
-    using Tick = Row<DT_TICK, unsigned long long>;
-    using ID = Row<DT_ID, Binary16>;
-    using Bin16 = Row<DT_BINARY16, Binary16>;
-
-    using String = Row<DT_STRING, std::wstring>;
-    using ResString = Row<DT_STRINGRES, Halvora::ResString>;
+    using Bool = ElementOf<DT_BOOL>;
+    using Byte = ElementOf<DT_BYTE>;
+    using Int16 = ElementOf<DT_INT16>;
+    using Int32 = ElementOf<DT_INT32>;
+    using Int64 = ElementOf<DT_INT64>;
+    using UInt16 = ElementOf<DT_UINT16>;
+    using UInt32 = ElementOf<DT_UINT32>;
+    using UInt64 = ElementOf<DT_UINT64>;
+    using Float = ElementOf<DT_FLOAT>;
+    using Double = ElementOf<DT_DOUBLE>;
+    using Tick = ElementOf<DT_TICK>;
+    using ID = ElementOf<DT_ID>;
+    using Bin16 = ElementOf<DT_BINARY16>;
+    using String = ElementOf<DT_STRING>;
+    using ResString = ElementOf<DT_STRINGRES>;
 
     using Long = std::conditional_t<sizeof(long) == sizeof(int), Int32, Int64>;
     using ULong = std::conditional_t<sizeof(long) == sizeof(int), UInt32, UInt64>;
@@ -46,16 +40,11 @@ namespace {
 
 constexpr std::size_t maxCount = 65535;
 
-// In bytes, by element type; 0 for types without fixed-width elements.
-constexpr unsigned char widths[] = {0, 1, 1, 2, 4, 8, 2, 4, 8, 4, 8, 0, 8, 16, 16, 0};
-static_assert(std::size(widths) == DT_STRINGRES + 1);
+// In memory, where the library needs them often.
+constexpr auto widths = detail::elementWidths();
 
 constexpr unsigned int widthOf(eDataType type) {
-    return type >= DT_VOID && type <= DT_STRINGRES ? widths[type] : 0;
-}
-
-constexpr bool isText(eDataType type) {
-    return type == DT_STRING || type == DT_STRINGRES;
+    return isDataType(type) ? widths[static_cast<unsigned int>(type)] : 0;
 }
 
 constexpr bool hasWidth(eDataType type, unsigned int width) {
@@ -185,7 +174,7 @@ void HLVArray::release() noexcept {
     if (m_data == nullptr) {
         return;
     }
-    if (isText(m_type)) {
+    if (isTextType(m_type)) {
         visitTexts(m_type, m_data, [](auto* texts) { deleteTexts(texts); });
     } else {
         std::free(m_data);
@@ -207,10 +196,9 @@ void HLVArray::build(unsigned short count, typename Row::Value const* values) {
         return;
     }
     using Value = typename Row::Value;
-    if constexpr (isText(Row::type)) {
+    if constexpr (isTextType(Row::type)) {
         adopt(copiedTexts(values, count), Row::type, count, 0);
     } else {
-        static_assert(sizeof(Value) == widthOf(Row::type));
         _set(count, values, Row::type, sizeof(Value));
     }
 }
@@ -307,7 +295,7 @@ HLVArray::HLVArray(HLVArray const& other) : HLVArray(other.m_type) {
     if (other.m_data == nullptr) {
         return;
     }
-    if (isText(m_type)) {
+    if (isTextType(m_type)) {
         visitTexts(m_type, other.m_data, [&](auto* texts) {
             adopt(copiedTexts(texts, other.m_count), m_type, other.m_count, 0);
         });
@@ -353,7 +341,7 @@ void HLVArray::clear(eDataType type) noexcept {
 }
 
 int HLVArray::init(unsigned short count, eDataType type) {
-    if (!isText(type)) {
+    if (!isTextType(type)) {
         return widthOf(type) == 0 ? 0 : _init(count, type, widthOf(type));
     }
     clear(type);
@@ -384,7 +372,7 @@ int HLVArray::add(HLVArray const& other) {
     if (total > maxCount) {
         return ERR_OUT_OF_RANGE;
     }
-    if (isText(type)) {
+    if (isTextType(type)) {
         void* const joined = visitTexts(type, m_data, [&](auto* texts) {
             auto const* const tail = static_cast<decltype(texts)>(other.m_data);
             return joinedTexts(texts, m_count, tail, other.m_count);
@@ -415,7 +403,7 @@ int HLVArray::removeRange(unsigned short start, unsigned short count) {
     if (end > m_count) {
         return ERR_OUT_OF_RANGE;
     }
-    if (isText(m_type)) {
+    if (isTextType(m_type)) {
         visitTexts(m_type, m_data,
                    [&](auto* texts) { std::move(texts + end, texts + m_count, texts + start); });
     } else {
@@ -547,7 +535,7 @@ int HLVArray::_setRange(unsigned short start, unsigned short count, void const* 
 
 template <typename Row>
 int HLVArray::setElement(unsigned short index, typename Row::Value const& value) {
-    if constexpr (isText(Row::type)) {
+    if constexpr (isTextType(Row::type)) {
         return index >= m_count ? ERR_OUT_OF_RANGE : setElements<Row>(index, 1, &value);
     } else {
         return _setIndex(index, &value, Row::type, sizeof value);
@@ -556,7 +544,7 @@ int HLVArray::setElement(unsigned short index, typename Row::Value const& value)
 
 template <typename Row>
 int HLVArray::addElement(typename Row::Value const& value) {
-    if constexpr (isText(Row::type)) {
+    if constexpr (isTextType(Row::type)) {
         if (m_data != nullptr && m_type != Row::type) {
             return ERR_WRONG_TYPE;
         }
@@ -576,7 +564,7 @@ int HLVArray::addElement(typename Row::Value const& value) {
 template <typename Row>
 int HLVArray::setElements(unsigned short start, unsigned short count,
                           typename Row::Value const* values) {
-    if constexpr (isText(Row::type)) {
+    if constexpr (isTextType(Row::type)) {
         if (count == 0) {
             return 0;
         }
@@ -797,7 +785,7 @@ int HLVArray::getResString(unsigned short& count, ResString const*& values) cons
 // reading
 
 void const* HLVArray::getData() const noexcept {
-    return isText(m_type) ? nullptr : m_data;
+    return isTextType(m_type) ? nullptr : m_data;
 }
 
 HLVArray HLVArray::operator[](unsigned short index) const {
@@ -805,7 +793,7 @@ HLVArray HLVArray::operator[](unsigned short index) const {
     if (index >= m_count) {
         return element;
     }
-    if (isText(m_type)) {
+    if (isTextType(m_type)) {
         visitTexts(m_type, m_data, [&](auto* texts) {
             element.adopt(copiedTexts(texts + index, 1), m_type, 1, 0);
         });
@@ -824,7 +812,7 @@ bool HLVArray::operator==(HLVArray const& other) const noexcept {
     if (m_count == 0) {
         return true;
     }
-    if (isText(m_type)) {
+    if (isTextType(m_type)) {
         return visitTexts(m_type, m_data, [&](auto* texts) {
             return std::equal(texts, texts + m_count, static_cast<decltype(texts)>(other.m_data));
         });

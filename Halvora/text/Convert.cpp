@@ -1,4 +1,5 @@
 #include <Halvora/text/Convert.h>
+#include <Halvora/types/ElementTypes.h>
 
 #include <algorithm>
 #include <cstring>
@@ -297,7 +298,7 @@ bool Convert::toBool(std::string text) {
 }
 
 std::string Convert::toAString(eDataType type) {
-    return mixedNames[type >= DT_VOID && type <= DT_STRINGRES ? type : DT_STRINGRES + 1];
+    return mixedNames[isDataType(type) ? type : DT_STRINGRES + 1];
 }
 
 std::string Convert::toAString(Binary16 const& value) {

@@ -1,3 +1,4 @@
+#include <Halvora/types/ElementTypes.h>
 #include <Halvora/types/HalvTypes.h>
 
 #include <iterator>
@@ -34,12 +35,8 @@ constexpr wchar_t wideNames[][10] = {
 };
 static_assert(std::size(narrowNames) == typeCount + 1 && std::size(wideNames) == typeCount + 1);
 
-constexpr bool isNumber(int value, int count) {
-    return value >= 0 && value < count;
-}
-
 constexpr int nameRow(eDataType type) {
-    return isNumber(type, typeCount) ? type : typeCount;
+    return isDataType(type) ? type : typeCount;
 }
 
 constexpr bool isNumeric(eDataType type) {
@@ -75,7 +72,7 @@ eDataType const HalvTypes::ms_idGroupDataTypes[1] = {DT_ID};
 eDataType const HalvTypes::ms_binary16GroupDataTypes[1] = {DT_BINARY16};
 
 eDataTypeGroup HalvTypes::getDataTypeGroup(eDataType type) noexcept {
-    return isNumber(type, typeCount) ? groupOfType[type] : DTG_VOID;
+    return isDataType(type) ? groupOfType[type] : DTG_VOID;
 }
 
 void HalvTypes::getDataTypeGroup(eDataTypeGroup group, eDataType const*& types,
@@ -97,7 +94,7 @@ void HalvTypes::getDataTypeGroup(eDataTypeGroup group, eDataType const*& types,
 }
 
 eDataType HalvTypes::getMaxDataType(eDataTypeGroup group) noexcept {
-    return isNumber(group, groupCount) ? widestOfGroup[group] : DT_VOID;
+    return group >= DTG_VOID && group <= DTG_BINARY16 ? widestOfGroup[group] : DT_VOID;
 }
 
 bool HalvTypes::getSmallestCommonDataType(eDataType a, eDataType b, eDataType& common) noexcept {
