@@ -2,6 +2,8 @@
 # `#if defined(HALV_CASE_n)`. It has to compile without any of them, or a case would only show that
 # the file is broken; then each case has to fail.
 #   cmake -D COMPILER=<compiler and its flags, a list> -D SOURCE=<file> -P CompileFail.cmake
+set(ENV{LC_ALL} C) # the compiler's words are read
+
 function(compiles result_variable output_variable)
     execute_process(
         COMMAND ${COMPILER} ${ARGN} -fsyntax-only ${SOURCE}

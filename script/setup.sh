@@ -1,12 +1,58 @@
 # shellcheck shell=bash
-# Sourced by the scripts beside it: where the tree is, and how missing packages come in.
+# Sourced by the scripts beside it: where the tree is, what their arguments are, and how missing
+# packages come in.
 
-# shellcheck disable=SC2034 # used by those who source this
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-# shellcheck disable=SC2034
+build_root=$root/build # where everything is built
+# shellcheck disable=SC2034 # used by those who source this
 jobs=$(nproc 2>/dev/null || echo 2)
 
 say() { printf '== %s\n' "$*"; }
+refuse() { # <what is wrong with the call>
+    echo "$(basename "$0"): $*; --help tells more" >&2
+    exit 2
+}
+
+# The comment that a script begins with is its help.
+help() { sed -n '2,/^[^#]/s/^#\( \|$\)//p' "$0"; }
+
+# options <how many arguments> "$@": understands --help and --build DIR, refuses any other option and
+# too many arguments, and leaves these in `arguments`. A script with options of its own defines own_option: it looks at the first of what is
+# left and sets `taken`, how many words the option has.
+arguments=()
+own_option() { :; }
+options() {
+    local most=$1 taken
+    shift
+    while [[ $# -gt 0 ]]; do
+        taken=0
+        own_option "$@"
+        case $taken:$1 in
+            [1-9]*) ;;
+            *:-h | *:--help) help && exit ;;
+            *:--build=?*) set_build_root "${1#*=}" ;;
+            *:--build)
+                [[ -n ${2:-} ]] || refuse "--build wants a folder"
+                set_build_root "$2"
+                taken=2
+                ;;
+            *:-*) refuse "there is no option $1" ;;
+            *) arguments+=("$1") ;;
+        esac
+        shift $((taken > 0 ? taken : 1))
+    done
+    [[ ${#arguments[@]} -le $most ]] || refuse "too many arguments: ${arguments[*]}"
+}
+
+set_build_root() { build_root=$(realpath -m -- "$1"); }
+
+# Says in a sentence that nothing can be built where it should be.
+need_build_root() {
+    { mkdir -p "$build_root" && [[ -w $build_root ]]; } 2>/dev/null || {
+        echo "$(basename "$0"): $build_root cannot be written; --build DIR builds elsewhere" >&2
+        exit 2
+    }
+}
 
 have() { # a command, or a file (a pattern with a leading slash)
     case $1 in
@@ -26,19 +72,38 @@ as_root() {
     fi
 }
 
+# What the package manager says goes into a file that is shown when it fails.
+apt() {
+    local log status=0
+    log=$(mktemp -t halvtypes-packages.XXXXXX) || return 1
+    as_root env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 apt-get -q \
+        -o DPkg::Lock::Timeout=300 "$@" >"$log" 2>&1 </dev/null || status=$?
+    [[ $status -eq 0 ]] || cat "$log" >&2
+    rm -f "$log"
+    return $status
+}
+
 apt_updated=false
 update_package_lists() {
-    if [[ $apt_updated == false ]]; then
-        as_root apt-get -qq -o DPkg::Lock::Timeout=300 update </dev/null || return 1
-        apt_updated=true
-    fi
+    [[ $apt_updated == true ]] || apt update || return 1
+    apt_updated=true
+}
+
+# What installing these packages would take: how many with all that they need, and how much room.
+cost() {
+    as_root env LC_ALL=C apt-get --assume-no --no-install-recommends -o DPkg::Lock::Timeout=300 \
+        install "$@" </dev/null 2>/dev/null |
+        sed -n -e 's/.* \([0-9]*\) newly installed.*/\1 new packages/p' \
+            -e 's/^Need to get \(.*\) of archives.*/\1 to fetch/p' \
+            -e 's/^After this operation, \(.*\) of additional disk space.*/\1 of disk/p' |
+        paste -sd , | sed 's/,/, /g'
 }
 
 # need <command or file>:<Debian package> ...
 # Installs the packages whose command or file is not there. Does nothing, and asks nobody, when all
 # of them are.
 need() {
-    local item missing=()
+    local item cost missing=()
     for item in "$@"; do
         have "${item%%:*}" || missing+=("${item#*:}")
     done
@@ -47,16 +112,19 @@ need() {
         echo "please install what these Debian packages hold: ${missing[*]}" >&2
         return 1
     fi
-    say "installing ${missing[*]}"
+    say "missing: ${missing[*]}"
     update_package_lists || return 1
-    as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -y --no-install-recommends \
-        -o DPkg::Lock::Timeout=300 install "${missing[@]}" </dev/null
+    cost=$(cost "${missing[@]}") || true
+    say "installing them${cost:+ and what they need: $cost}"
+    apt -y --no-install-recommends install "${missing[@]}"
 }
 
-# What some tests read or compare with. They are skipped where it cannot be had.
-want_test_data() {
+# What some tests read, compare with or run. They are skipped where it cannot be had.
+want_for_tests() { # <preset>
+    local gdb=gdb
+    [[ $1 != arm* ]] || gdb="gdb-multiarch"
     need /usr/share/ieee-data/oui.csv:ieee-data gettext:gettext-base \
-        /usr/share/iso-codes/json/iso_3166-1.json:iso-codes ||
+        /usr/share/iso-codes/json/iso_3166-1.json:iso-codes "$gdb:$gdb" ||
         say "some tests will be skipped"
 }
 
@@ -69,10 +137,18 @@ need_clang() {
         llvm-symbolizer-14:llvm-14
 }
 
-need_libcxx() {
-    need_clang || return 1
-    need /usr/lib/llvm-14/include/c++/v1/string:libc++-14-dev \
-        /usr/lib/llvm-14/lib/libc++abi.so:libc++abi-14-dev
-}
-
 need_arm() { need arm-linux-gnueabihf-g++:g++-arm-linux-gnueabihf qemu-arm:qemu-user; }
+
+# The compilers and libraries of a preset.
+need_preset() { # <preset>
+    need_build_tools || return 1
+    case $1 in
+        clang-libcxx)
+            need_clang && need /usr/lib/llvm-14/include/c++/v1/string:libc++-14-dev \
+                /usr/lib/llvm-14/lib/libc++abi.so:libc++abi-14-dev
+            ;;
+        clang19-libcxx) need clang++-19:clang-19 && "$root/script/libcxx-19" --build "$build_root" ;;
+        sanitize-clang | fuzz) need_clang ;;
+        arm*) need_arm ;;
+    esac
+}

@@ -14,6 +14,7 @@ suite() {
     local preset=$1 build=$2 status=0
     shift 2
     tests_passed=0 tests_failed=0 tests_skipped=0
+    { need_preset "$preset" && need_googletest && want_for_tests "$preset"; } || return 1
     build_preset "$preset" "$build" -DBUILD_TESTING=ON "$@" || return 1
 
     local results=$build/tests.xml
@@ -21,6 +22,7 @@ suite() {
     "${test_wrapper[@]}" ctest --test-dir "$build" --output-on-failure --no-tests=error \
         --parallel "$jobs" --output-junit "$results" || status=1
     count_results "$results"
+    why_skipped "$results"
     [[ $status -eq 0 && $tests_failed -eq 0 && $tests_passed -gt 0 ]]
 }
 
@@ -44,4 +46,11 @@ count_results() {
     tests_passed=$(count '^\s*<testcase .*status="run"' "$1")
     tests_skipped=$(count '^\s*(<skipped message="SKIP_|<testcase .*status="disabled")' "$1")
     tests_failed=$((all - tests_passed - tests_skipped))
+}
+
+# A line for each test that was skipped, with its reason.
+why_skipped() { # <what ctest wrote>
+    [[ $tests_skipped -gt 0 ]] || return 0
+    sed -nE -e '/^\s*<testcase /{s/.* name="([^"]*)".*/\1/;h}' \
+        -e '/SKIPPED: /{s/.*SKIPPED: //;G;s/(.*)\n(.*)/skipped \2: \1/p}' "$1"
 }
