@@ -8,7 +8,7 @@
 
 namespace Halvora {
 
-// The family's portable text: unsigned 16-bit code units, one a character, without surrogates.
+/// The family's portable text: unsigned 16-bit code units, one a character, without surrogates.
 using HLVString = std::basic_string<unsigned short>;
 
 } // namespace Halvora
@@ -29,25 +29,41 @@ extern template class std::basic_string<unsigned short>;
 
 namespace Halvora {
 
-// The standard promises no std::char_traits<unsigned short>, and libc++ has dropped it.
+/// What a string of unsigned 16-bit code units asks of its elements. The standard promises no
+/// `std::char_traits<unsigned short>`, and libc++ has dropped it. Each member does what the
+/// standard says of its name.
 struct HALVTYPES_API HLVCharTraits {
+    /// The element.
     using char_type = unsigned short;
+    /// Holds every element and the end of a stream.
     using int_type = unsigned int;
+    /// A distance in a stream.
     using off_type = std::streamoff;
+    /// A place in a stream.
     using pos_type = std::streampos;
+    /// Of a conversion.
     using state_type = std::mbstate_t;
 
+    /// Copies one unit.
     static constexpr void assign(char_type& to, char_type const& from) noexcept { to = from; }
+    /// Whether two units are equal.
     static constexpr bool eq(char_type a, char_type b) noexcept { return a == b; }
+    /// Whether `a` is the smaller number.
     static constexpr bool lt(char_type a, char_type b) noexcept { return a < b; }
+    /// The end of a stream: no unit's value.
     static constexpr int_type eof() noexcept { return ~int_type(); }
+    /// `c`, or 0 for the end.
     static constexpr int_type not_eof(int_type c) noexcept { return c == eof() ? 0 : c; }
+    /// The unit's value.
     static constexpr int_type to_int_type(char_type c) noexcept { return c; }
+    /// The unit with this value.
     static constexpr char_type to_char_type(int_type c) noexcept {
         return static_cast<char_type>(c);
     }
+    /// Whether two values are equal.
     static constexpr bool eq_int_type(int_type a, int_type b) noexcept { return a == b; }
 
+    /// The order of the first `n` units, by their numbers: below, equal to or above 0.
     static constexpr int compare(char_type const* a, char_type const* b, std::size_t n) noexcept {
         for (; n != 0; --n, ++a, ++b) {
             if (*a != *b) {
@@ -56,6 +72,7 @@ struct HALVTYPES_API HLVCharTraits {
         }
         return 0;
     }
+    /// The units before the first zero.
     static constexpr std::size_t length(char_type const* text) noexcept {
         std::size_t n = 0;
         while (text[n] != 0) {
@@ -63,6 +80,7 @@ struct HALVTYPES_API HLVCharTraits {
         }
         return n;
     }
+    /// The first of `n` units that equals `c`; null without one.
     static constexpr char_type const* find(char_type const* text, std::size_t n,
                                            char_type const& c) noexcept {
         for (; n != 0; --n, ++text) {
@@ -72,18 +90,22 @@ struct HALVTYPES_API HLVCharTraits {
         }
         return nullptr;
     }
+    /// Copies `n` units between places that do not overlap.
     static char_type* copy(char_type* to, char_type const* from, std::size_t n) noexcept {
         return n == 0 ? to : static_cast<char_type*>(std::memcpy(to, from, n * sizeof *to));
     }
+    /// Copies `n` units between places that may overlap.
     static char_type* move(char_type* to, char_type const* from, std::size_t n) noexcept {
         return n == 0 ? to : static_cast<char_type*>(std::memmove(to, from, n * sizeof *to));
     }
+    /// Writes `n` times `c`.
     static char_type* assign(char_type* to, std::size_t n, char_type c) noexcept {
         std::fill_n(to, n, c);
         return to;
     }
 };
 
+/// The family's portable text: unsigned 16-bit code units, one a character, without surrogates.
 using HLVString = std::basic_string<unsigned short, HLVCharTraits>;
 
 } // namespace Halvora

@@ -12,100 +12,150 @@
 
 namespace Halvora {
 
-// An identified text: the identifier of a text resource and a default text of at most 128 code
-// units, kept inside the object. An identifier of 16 zero bytes is empty: none is set.
-//
-//     packed := id:byte[16] length:u16le unit:u16le[length]
-//     slot   := packed zero:byte[2 * (capacity - length)]
-//
-// Every object begins with its packed form, so its address serves wherever one is read. A packed
-// form may begin at any byte address. A length field above 128 counts as 128.
-//
-// Text longer than 128 units is cut without notice, and wide characters are cut to their low 16
-// bits. A null text pointer is the empty text. Copying moves the packed form only. c_str() writes a
-// cache inside a const object: calls on one object need the caller's synchronisation.
-//
-// Equality is not transitive (see operator==), so there is neither a hash nor an order.
+/// An identified text: the identifier of a text resource and a default text of at most 128 code
+/// units, kept inside the object. An identifier of 16 zero bytes is empty: none is set.
+///
+/// @code{.unparsed}
+/// packed := id:byte[16] length:u16le unit:u16le[length]
+/// slot   := packed zero:byte[2 * (capacity - length)]
+/// @endcode
+///
+/// Every object begins with its packed form, so its address serves wherever one is read. A packed
+/// form may begin at any byte address.
+///
+/// Text longer than 128 units is cut without notice, and wide characters are cut to their low 16
+/// bits. A null text pointer is the empty text. Copying moves the packed form only. `c_str` writes
+/// a cache inside a const object: calls on one object need the caller's synchronisation.
+///
+/// Equality is not transitive (see `operator==`), so there is neither a hash nor an order.
 class HALVTYPES_API ResString {
 public:
     class DummyTranslator;
 
-    static constexpr unsigned short maxLength = 128; // code units
-    static ResString const EMPTY;                    // neither identifier nor text
+    static constexpr unsigned short maxLength = 128; ///< The most that is kept, in code units.
+    static ResString const EMPTY;                    ///< Neither identifier nor text.
 
-    // The id and the text; what is not given is empty.
+    /// @name Construction
+    /// The identifier and the text; what is not given is empty. A null pointer given beside an
+    /// identifier meets the string's own constructor, which throws `std::logic_error` with
+    /// libstdc++.
+    /// @{
+
+    /// Neither identifier nor text.
     ResString() noexcept;
-    ResString(unsigned short const* text) noexcept; // zero-terminated
+    /// A zero-terminated text; empty for null.
+    ResString(unsigned short const* text) noexcept;
+    /// A text without identifier.
     ResString(HLVString const& text) noexcept;
-    ResString(wchar_t const* text) noexcept; // zero-terminated
+    /// A zero-terminated text; empty for null.
+    ResString(wchar_t const* text) noexcept;
+    /// A text without identifier.
     ResString(std::wstring const& text) noexcept;
+    /// A text with its identifier.
     ResString(Binary16 const& id, HLVString const& text) noexcept;
+    /// A text with its identifier.
     ResString(Binary16 const& id, std::wstring const& text) noexcept;
+    /// Copies identifier and text.
     ResString(ResString const& other) noexcept;
+    /// Releases the cache of `c_str`.
     ~ResString();
 
-    // Whether a text would be kept whole.
+    /// @}
+
+    /// Whether a text would be kept whole.
     static bool fits(HLVString const& text) noexcept { return text.size() <= maxLength; }
+    /// Whether a text would be kept whole.
     static bool fits(std::wstring const& text) noexcept { return text.size() <= maxLength; }
 
-    // Each replaces what its argument is, id or text, and keeps the other.
+    /// @name Assignment
+    /// Each replaces what its argument is, identifier or text, and keeps the other. The text may be
+    /// part of this object's own.
+    /// @{
+
+    /// Replaces the identifier.
     ResString& operator=(Binary16 const& id) noexcept;
+    /// Replaces the text by a zero-terminated one; by the empty text for null.
     ResString& operator=(unsigned short const* text) noexcept;
+    /// Replaces the text.
     ResString& operator=(HLVString const& text) noexcept;
+    /// Replaces the text by a zero-terminated one; by the empty text for null.
     ResString& operator=(wchar_t const* text) noexcept;
+    /// Replaces the text.
     ResString& operator=(std::wstring const& text) noexcept;
+    /// Replaces identifier and text.
     ResString& operator=(ResString const& other) noexcept;
+    /// Not offered: a number is no identifier.
     template <typename T, typename = std::enable_if_t<std::is_arithmetic_v<T> || std::is_enum_v<T>>>
-    ResString& operator=(T) = delete; // a number is no id
+    ResString& operator=(T) = delete;
 
-    Binary16 const& id() const noexcept { return m_id; }        // 16 zero bytes: none is set
-    unsigned short length() const noexcept { return m_length; } // code units
+    /// @}
 
-    // Of the packed form, in bytes: 18 + 2 * length().
+    /// The identifier; 16 zero bytes when none is set.
+    Binary16 const& id() const noexcept { return m_id; }
+    /// The length of the text in code units.
+    unsigned short length() const noexcept { return m_length; }
+    /// The size of the packed form in bytes: 18 + 2 * `length()`.
     unsigned int size() const noexcept { return packedSize(m_length); }
 
-    // text out
+    /// @name Text out
+    /// @{
 
-    // length() units, not terminated; valid as long as the object is.
+    /// The `length()` units of the text, not terminated; valid as long as the object is.
     unsigned short const* hlv_str() const noexcept { return m_text; }
-
-    // The text widened, zero-terminated; valid until the next c_str() on this object, its next
-    // change or its end.
+    /// The text widened, zero-terminated; valid until the next `c_str()` on this object, its next
+    /// change or its end.
     wchar_t const* c_str() const;
-
-    // The text widened.
+    /// The text widened.
     std::wstring wstr() const;
+    /// Replaces `out` by the text widened.
     void toWStr(std::wstring& out) const;
-    void toWStr(std::wostream& stream) const; // one insertion a character
+    /// Writes the text widened, each character as an insertion of its own: a field width set on the
+    /// stream goes to the first.
+    void toWStr(std::wostream& stream) const;
+    /// Replaces `out` by the text narrowed as by `Convert::toAString`.
+    void toStr(std::string& out) const;
 
-    void toStr(std::string& out) const; // narrowed as by Convert::toAString
+    /// @}
 
-    // packed forms and slots
+    /// @name Packed forms and slots
+    /// @{
 
-    // The size in bytes of a packed form, by its length field as it stands, even above 128; not of
-    // null.
+    /// The size of a packed form in bytes, by its length field as it stands, even above 128;
+    /// `packed` must not be null.
     static unsigned int size(void const* packed) noexcept;
 
-    // Writes a slot of `capacity` units, (capacity + 9) * 2 bytes: the packed form, its text cut to
-    // the slot's capacity and to 128 units, then zero bytes. All zero for null. The two may
-    // overlap.
+    /// Writes a slot of `capacity` units, (`capacity` + 9) * 2 bytes: the packed form, its text cut
+    /// to the slot's capacity and to 128 units, then zero bytes. All zero when `packed` is null.
+    /// The two may overlap.
     static void set(void const* packed, unsigned int const& capacity, void* slot) noexcept;
 
-    // Loads this object from a packed form, whatever its address; null makes it empty.
+    /// Loads this object from a packed form; null makes it empty. A length field above 128 counts
+    /// as 128.
     void set(void const* packed) noexcept;
+    /// Not offered: a text is assigned.
     template <typename T, typename = std::enable_if_t<std::is_same_v<T, wchar_t>>>
-    void set(T const*) = delete; // a text is assigned
+    void set(T const*) = delete;
 
-    // Equal ids are equal texts when neither id is empty. With an empty id on either side, the
-    // texts decide alone: a text without an id equals the same text under every id.
+    /// @}
+
+    /// Equal identifiers are equal texts when neither is empty. With an empty one on either side
+    /// the texts decide alone: a text without an identifier equals the same text under every one.
     bool operator==(ResString const& other) const noexcept;
+    /// The negation of `operator==`.
     bool operator!=(ResString const& other) const noexcept { return !(*this == other); }
 
-    // The main translator, a slot for the components of a program. The pointer is not owned, may be
-    // null, and is neither read by the library nor guarded against concurrent use. From the
-    // library's start it is a DummyTranslator that is never deleted.
+    /// @name Main translator
+    /// A slot for the components of a program. The pointer is not owned, may be null, and is
+    /// neither read by the library nor guarded against concurrent use. From the library's start it
+    /// is a `DummyTranslator` that is never deleted.
+    /// @{
+
+    /// The translator set last.
     static ITranslator const* getMainTranslator() noexcept { return ms_pMainTranslator; }
+    /// Replaces the main translator; the one before is left alone.
     static void setMainTranslator(ITranslator const* translator) noexcept;
+
+    /// @}
 
 private:
     static constexpr unsigned int packedSize(unsigned int length) noexcept {
@@ -123,23 +173,31 @@ private:
     mutable std::wstring m_wideCache;
 };
 
-// The default translator: writes default texts and numbers as they are. Without state, so any
-// number of threads may use one.
+/// The default translator: writes default texts and numbers as they are. Without state, so any
+/// number of threads may use one.
 class HALVTYPES_API ResString::DummyTranslator : public ITranslator {
 public:
-    static std::string const ms_strLanguage; // empty
+    static std::string const ms_strLanguage; ///< The empty text.
 
+    /// Leaves what it returned to the caller.
     ~DummyTranslator() override;
 
-    // The default text; the id is ignored. A null default text writes nothing and sets badbit.
+    /// Writes the default text of `text`; the identifier is ignored.
     void getTranslation(std::wostream& stream, ResString const& text) const override;
+    /// Writes `defaultText`; the identifier is ignored. For null it writes nothing and sets
+    /// `badbit`.
     void getTranslation(std::wostream& stream, Binary16 const& id,
                         wchar_t const* defaultText) const override;
 
-    ResString* getErrorDescription(int code) const override;          // the code in decimal
-    wchar_t* getErrorName(int code) const override;                   // wchar_t[20], the same
-    ResString* getErrorParamDesc(int code, int param) const override; // "P" and the number
+    /// The code in decimal, without identifier. The caller deletes the result.
+    ResString* getErrorDescription(int code) const override;
+    /// The code in decimal, zero-terminated in a `wchar_t[20]`. The caller deletes the result with
+    /// `delete[]`.
+    wchar_t* getErrorName(int code) const override;
+    /// `P` and the number of the parameter, without identifier. The caller deletes the result.
+    ResString* getErrorParamDesc(int code, int param) const override;
 
+    /// `ms_strLanguage`, the empty text.
     std::string const& getLanguage() const override;
 };
 

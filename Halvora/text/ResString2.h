@@ -16,53 +16,86 @@ namespace Halvora {
 
 class ResString;
 
-// An identified text of any length that can write itself through a translator. Text comes in and
-// goes out in every encoding, converted as by Convert. An identifier of 16 zero bytes is empty.
+/// An identified text of any length that can write itself through a translator. Text comes in and
+/// goes out in every encoding, converted as by `Convert`, and is never cut. An identifier of 16
+/// zero bytes is empty: none is set.
 class HALVTYPES_API ResString2 : public virtual ITranslatable {
     template <typename T>
     using IfText = std::enable_if_t<std::is_convertible_v<T const&, std::wstring> ||
                                     std::is_convertible_v<T const&, HLVString>>;
 
 public:
-    // The id and the text; what is not given is empty.
-    ResString2() noexcept;
-    ResString2(ResString const& other);
-    ResString2(ResString2 const& other);
-    ResString2(Binary16 const& id, HLVString const& text);
-    ResString2(Binary16 const& id, std::string const& text);
-    ResString2(Binary16 const& id, std::wstring const& text);
+    /// @name Construction
+    /// The identifier and the text; what is not given is empty.
+    /// @{
 
-    // Zero-terminated texts; null throws std::logic_error.
+    /// Neither identifier nor text.
+    ResString2() noexcept;
+    /// The identifier and the text of `other`.
+    ResString2(ResString const& other);
+    /// Copies identifier and text.
+    ResString2(ResString2 const& other);
+    /// A text with its identifier.
+    ResString2(Binary16 const& id, HLVString const& text);
+    /// A narrow text with its identifier.
+    ResString2(Binary16 const& id, std::string const& text);
+    /// A wide text with its identifier.
+    ResString2(Binary16 const& id, std::wstring const& text);
+    /// A zero-terminated text with its identifier; null throws `std::logic_error`.
     ResString2(Binary16 const& id, unsigned short const* text);
+    /// A zero-terminated narrow text with its identifier; null throws `std::logic_error`.
     ResString2(Binary16 const& id, char const* text);
+    /// A zero-terminated wide text with its identifier; null throws `std::logic_error`.
     ResString2(Binary16 const& id, wchar_t const* text);
 
-    // On a failed allocation this object is unchanged.
+    /// @}
+
+    /// Replaces identifier and text; this object is unchanged when memory runs out.
     ResString2& operator=(ResString2 const& other);
+    /// Releases the text.
     ~ResString2() override;
 
-    // the text as it is, without a translator
+    /// @name Text out
+    /// The text as it is, without a translator.
+    /// @{
 
+    /// Replaces `out` by the text narrowed.
     void getText(std::string& out) const;
+    /// Replaces `out` by the text widened.
     void getText(std::wstring& out) const;
+    /// Inserts the text narrowed, as one string.
     void getText(std::ostream& stream) const;
+    /// Inserts the text widened, as one string.
     void getText(std::wostream& stream) const;
 
-    // Writes what the translator makes of the id and the text; the text itself when the id is
-    // empty.
+    /// @}
+
+    /// Writes what `translator` makes of the identifier and the text; the text itself when the
+    /// identifier is empty.
     void ToString(std::wostream& stream, ITranslator const& translator) const override;
 
-    // Different ids are never equal, equal ids that are not empty always; with empty ids the texts
-    // decide. Unlike two ResStrings, an empty id does not equal another one.
+    /// @name Equality
+    /// Different identifiers are never equal, equal ones that are not empty always; with empty ones
+    /// the texts decide. Unlike with two `ResString`, an empty identifier does not equal another.
+    /// @{
+
+    /// Whether the identifiers are equal and, when they are empty, the texts.
     bool operator==(ResString2 const& other) const noexcept;
+    /// The negation of `operator==`.
     bool operator!=(ResString2 const& other) const noexcept { return !(*this == other); }
+    /// Whether the identifiers are equal and, when they are empty, the texts.
     bool operator==(ResString const& other) const noexcept;
+    /// The negation of `operator==`.
     bool operator!=(ResString const& other) const noexcept { return !(*this == other); }
 
+    /// Not offered: the text would be cut to a `ResString`.
     template <typename T, typename = IfText<T>>
-    bool operator==(T const& text) const = delete; // would be cut to a ResString
+    bool operator==(T const& text) const = delete;
+    /// Not offered: the text would be cut to a `ResString`.
     template <typename T, typename = IfText<T>>
     bool operator!=(T const& text) const = delete;
+
+    /// @}
 
 private:
     friend struct std::hash<ResString2>;
@@ -75,9 +108,10 @@ private:
 
 } // namespace Halvora
 
-// Of what decides equality: the id, or the text when the id is empty.
+/// Of what decides equality: the identifier, or the text when that is empty.
 template <>
 struct std::hash<Halvora::ResString2> {
+    /// Equal for equal texts.
     std::size_t operator()(Halvora::ResString2 const& value) const noexcept {
         if (value.m_id != Halvora::Binary16::EMPTY) {
             return std::hash<Halvora::Binary16>()(value.m_id);

@@ -10,78 +10,108 @@
 
 namespace Halvora {
 
-// A text of at most 512 16-bit code units, laid out as a length and the units, the same in an
-// object and in buffers that callers own. It never allocates but for its results.
-//
-//     raw  := length:u16le unit:u16le[length]
-//     slot := raw fill:byte[2 * (capacity - length)]     every fill byte is 0x30
-//
-// A buffer may begin at any byte address. Text longer than 512 units is cut without notice, wide
-// characters to their low 16 bits; a length field above 512 counts as 512. Narrow text is ISO
-// 8859-1. A null text is the empty text. Lengths count units, sizes bytes.
+/// A text of at most 512 16-bit code units, laid out as a length and the units, the same in an
+/// object and in buffers that callers own. It never allocates but for its results.
+///
+/// @code{.unparsed}
+/// raw  := length:u16le unit:u16le[length]
+/// slot := raw fill:byte[2 * (capacity - length)]     every fill byte is 0x30
+/// @endcode
+///
+/// A buffer may begin at any byte address. Text longer than 512 units is cut without notice, wide
+/// characters to their low 16 bits; a length field above 512 counts as 512. Narrow text is ISO
+/// 8859-1. A null pointer to text is the empty text; given where a string is asked for, it meets
+/// the string's own constructor, which throws `std::logic_error` with libstdc++. Lengths count
+/// units, sizes bytes.
 class HALVTYPES_API VarChar {
 public:
-    static constexpr unsigned short maxLength = 512; // code units
+    static constexpr unsigned short maxLength = 512; ///< The most that is kept, in code units.
 
-    // The text given, or the empty one; of another object only the units in use are copied.
+    /// The empty text.
     VarChar() noexcept {} // leaves the units as they are: none is ever read beyond the length
+    /// Copies the units in use.
     VarChar(VarChar const& other) noexcept;
+    /// The text given.
     VarChar(std::wstring const& text) noexcept;
-    VarChar(char const* text) noexcept; // zero-terminated
+    /// A zero-terminated narrow text; empty for null.
+    VarChar(char const* text) noexcept;
 
-    // Replaces the text.
+    /// Copies the units in use.
     VarChar& operator=(VarChar const& other) noexcept;
+    /// Replaces the text.
     VarChar& operator=(std::wstring const& text) noexcept;
 
-    // Whether a text would be kept whole.
+    /// Whether a text would be kept whole.
     static bool fits(std::wstring const& text) noexcept { return text.size() <= maxLength; }
+    /// Whether a text would be kept whole.
     static bool fits(std::string const& text) noexcept { return text.size() <= maxLength; }
 
-    // Replaces the text.
-    void set(char const* text) noexcept; // zero-terminated
+    /// Replaces the text by a zero-terminated narrow one; by the empty text for null.
+    void set(char const* text) noexcept;
+    /// Replaces the text by the first `length` characters of `text`; by the empty text for null.
     void set(wchar_t const* text, unsigned short length) noexcept;
 
-    unsigned short length() const noexcept { return m_length; }        // code units
-    unsigned short size() const noexcept { return rawSize(m_length); } // bytes of the raw form
+    /// The length of the text in code units.
+    unsigned short length() const noexcept { return m_length; }
+    /// The size of the raw form in bytes: 2 + 2 * `length()`.
+    unsigned short size() const noexcept { return rawSize(m_length); }
 
-    // length() units, not terminated; valid as long as the object is.
+    /// The `length()` units of the text, not terminated; valid as long as the object is.
     unsigned short const* pstr() const noexcept { return m_units; }
 
-    // The text widened.
+    /// The text widened.
     std::wstring wstr() const;
+    /// Replaces `out` by the text widened.
     void wstr(std::wstring& out) const;
 
-    // The order of the stored bytes, as memcmp sees the raw forms, for use as a key. It is not an
-    // order of texts: the low byte of the length decides first, then its high byte, then the bytes
-    // of the units, low byte first. "b" comes before "ab", a text of 256 units before one of 1, and
-    // U+0100 before U+00FF.
+    /// @name Comparison
+    /// The order of the stored bytes, as `memcmp` sees the raw forms, for use as a key. It is not
+    /// an order of texts: the low byte of the length decides first, then its high byte, then the
+    /// bytes of the units, low byte first. `b` comes before `ab`, a text of 256 units before one of
+    /// 1, and U+0100 before U+00FF.
+    /// @{
+
+    /// Whether length and units are equal.
     bool operator==(VarChar const& other) const noexcept { return compare(other) == 0; }
+    /// Whether length or units differ.
     bool operator!=(VarChar const& other) const noexcept { return compare(other) != 0; }
+    /// Whether this comes first in the order of the stored bytes.
     bool operator<(VarChar const& other) const noexcept { return compare(other) < 0; }
+    /// Whether this equals `other` or comes first in the order of the stored bytes.
     bool operator<=(VarChar const& other) const noexcept { return compare(other) <= 0; }
+    /// Whether `other` comes first in the order of the stored bytes.
     bool operator>(VarChar const& other) const noexcept { return compare(other) > 0; }
+    /// Whether this equals `other` or `other` comes first in the order of the stored bytes.
     bool operator>=(VarChar const& other) const noexcept { return compare(other) >= 0; }
 
-    // raw forms in callers' buffers
+    /// @}
 
-    // The size of a raw form, by its length field; not of null.
+    /// @name Raw forms in callers' buffers
+    /// @{
+
+    /// The size of a raw form in bytes, by its length field; `raw` must not be null.
     static unsigned short size(void const* raw) noexcept;
 
-    // Reads a raw form into an object, or into a text and its length.
+    /// Reads a raw form into an object; `raw` must not be null.
     static void set(void const* raw, VarChar& dest) noexcept;
+    /// Reads a raw form into a text, widened, and its length; `raw` must not be null.
     static void set(void const* raw, std::wstring& text, unsigned short& length);
 
-    // Writes a slot of 2 + 2 * capacity bytes: the first `length` characters, cut to the capacity
-    // and to 512, and the fill.
+    /// Writes a slot of 2 + 2 * `capacity` bytes: the first `length` characters of `text`, cut to
+    /// the capacity and to 512, and the fill. A null `text` is the empty one.
     static void set(wchar_t const* text, unsigned int length, unsigned int capacity,
                     void* buffer) noexcept;
 
-    // Writes the raw form of a zero-terminated narrow text and nothing behind it.
+    /// Writes the raw form of a zero-terminated narrow text and nothing behind it. A null `text` is
+    /// the empty one.
     static void set(char const* text, void* buffer) noexcept;
 
-    // Whether the raw form holds exactly `length` units, each the low 16 bits of its character. A
-    // raw form with a length field above 512 equals no text.
+    /// Whether the raw form holds exactly `length` units, each the low 16 bits of its character. A
+    /// raw form with a length field above 512 equals no text, and a null `text` only equals the
+    /// empty one when `length` is 0.
     static bool equal(void const* raw, wchar_t const* text, unsigned int length) noexcept;
+
+    /// @}
 
 private:
     static constexpr unsigned short rawSize(unsigned int length) noexcept {
@@ -98,9 +128,10 @@ static_assert(sizeof(VarChar) == 1026 && std::is_standard_layout_v<VarChar> &&
 
 } // namespace Halvora
 
-// Of the units in use.
+/// Of the units in use.
 template <>
 struct std::hash<Halvora::VarChar> {
+    /// Equal for equal texts.
     std::size_t operator()(Halvora::VarChar const& value) const noexcept {
         auto const* const bytes = reinterpret_cast<char const*>(value.pstr());
         return std::hash<std::string_view>()({bytes, value.length() * std::size_t{2}});
