@@ -1,6 +1,6 @@
 #pragma once
 
-// Marks what the shared library exports; everything else in it is hidden.
+/// Marks what the shared library exports; everything else in it is hidden.
 #if defined(__GNUC__)
 #    define HALVTYPES_API __attribute__((visibility("default")))
 #else

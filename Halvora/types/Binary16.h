@@ -21,35 +21,52 @@
 
 namespace Halvora {
 
-// A plain 16-byte value: an identifier, raw bytes, or the carrier of one number in its leading
-// bytes. It is trivially copyable, has no alignment of its own and no other storage, so arrays of
-// it may be filled, compared and stored as raw memory.
-//
-//     identifier := part1:u32le part2:u16le part3:u16le part4:u64le
-//
-// Numbers lie in little-endian order, floating-point numbers as their IEEE 754 bit patterns.
-// Nothing here allocates. Nothing throws but operator[], and streams that are set to.
+/// A plain 16-byte value: an identifier, raw bytes, or the carrier of one number in its leading
+/// bytes. It is trivially copyable, has no alignment of its own and no other storage, so arrays of
+/// it may be filled, compared and stored as raw memory.
+///
+/// @code{.unparsed}
+/// identifier := part1:u32le part2:u16le part3:u16le part4:u64le
+/// @endcode
+///
+/// Numbers lie in little-endian order, floating-point numbers as their IEEE 754 bit patterns.
+/// `long` counts as the integer of its width: 8 bytes on 64-bit Linux, 4 on 32-bit ARM and on
+/// Windows. For the same bytes everywhere write `std::int32_t` or `std::int64_t` instead.
+///
+/// Nothing here allocates. Nothing throws but `operator[]`, and streams that are set to.
 class HALVTYPES_API Binary16 {
 public:
-    static Binary16 const MIN;   // all bytes 0x00
-    static Binary16 const MAX;   // all bytes 0xFF
-    static Binary16 const EMPTY; // all bytes 0x00: no identifier is set
+    static Binary16 const MIN;   ///< all bytes 0x00
+    static Binary16 const MAX;   ///< all bytes 0xFF
+    static Binary16 const EMPTY; ///< all bytes 0x00: no identifier is set
 
-    // All bytes zero.
+    /// All bytes zero.
     constexpr Binary16() noexcept = default;
 
-    // The number in the leading bytes, every other byte zero: a negative int is not sign-extended
-    // beyond byte 3. Smaller integers come in as int; `long` counts as the integer of its width.
-    Binary16(int value) noexcept { set(value); }
-    Binary16(unsigned int value) noexcept { set(value); }
-    Binary16(long value) noexcept { set(value); }
-    Binary16(unsigned long value) noexcept { set(value); }
-    Binary16(long long const& value) noexcept { set(value); }
-    Binary16(unsigned long long const& value) noexcept { set(value); }
-    Binary16(float const& value) noexcept { set(value); }
-    Binary16(double const& value) noexcept { set(value); }
+    /// @name From a number
+    /// The number lies in the leading bytes, every other byte is zero. Smaller integers and `bool`
+    /// come in as `int`.
+    /// @{
 
-    // The four parts of an identifier.
+    /// Bytes 0 to 3; a negative number is not sign-extended beyond them.
+    Binary16(int value) noexcept { set(value); }
+    /// Bytes 0 to 3.
+    Binary16(unsigned int value) noexcept { set(value); }
+    /// As many bytes as `long` has: 4 or 8.
+    Binary16(long value) noexcept { set(value); }
+    /// As many bytes as `unsigned long` has: 4 or 8.
+    Binary16(unsigned long value) noexcept { set(value); }
+    /// Bytes 0 to 7.
+    Binary16(long long const& value) noexcept { set(value); }
+    /// Bytes 0 to 7.
+    Binary16(unsigned long long const& value) noexcept { set(value); }
+    /// Bytes 0 to 3, the bit pattern.
+    Binary16(float const& value) noexcept { set(value); }
+    /// Bytes 0 to 7, the bit pattern.
+    Binary16(double const& value) noexcept { set(value); }
+    /// @}
+
+    /// The four parts of an identifier, see the layout above.
     constexpr Binary16(unsigned int part1, unsigned short part2, unsigned short part3,
                        unsigned long long const& part4) noexcept {
         store(0, 4, part1);
@@ -58,85 +75,107 @@ public:
         store(8, 8, part4);
     }
 
-    // The first `length` bytes of `data`, at most 16; the rest zero. All zero for null.
+    /// The first `length` bytes of `data`, at most 16; the rest is zero. All zero for null.
     Binary16(void const* data, unsigned int length) noexcept;
 
-    // Copies 16 bytes, which the caller supplies; all zero for null.
+    /// Copies 16 bytes from `bytes`, which may overlap this value; all zero for null.
     Binary16& operator=(unsigned char const* bytes) noexcept;
 
-    // setters: 0 is returned, the leading bytes are written, every other byte keeps its value
+    /// @name Setters
+    /// Write the leading bytes that the type occupies, leave every other byte, and return 0.
+    /// @{
 
+    /// Byte 0: 1 for true, 0 for false.
     int set(bool value) noexcept { return set(static_cast<unsigned char>(value)); }
-    int set(unsigned char value) noexcept { return put(value); }
-    int set(short value) noexcept { return put(value); }
-    int set(unsigned short value) noexcept { return put(value); }
-    int set(int value) noexcept { return put(value); }
-    int set(unsigned int value) noexcept { return put(value); }
-    int set(long value) noexcept { return put(value); }
-    int set(unsigned long value) noexcept { return put(value); }
-    int set(long long const& value) noexcept { return put(value); }
-    int set(unsigned long long const& value) noexcept { return put(value); }
-    int set(float const& value) noexcept { return put(value); }
-    int set(double const& value) noexcept { return put(value); }
+    int set(unsigned char value) noexcept { return put(value); }    ///< byte 0
+    int set(short value) noexcept { return put(value); }            ///< bytes 0 and 1
+    int set(unsigned short value) noexcept { return put(value); }   ///< bytes 0 and 1
+    int set(int value) noexcept { return put(value); }              ///< bytes 0 to 3
+    int set(unsigned int value) noexcept { return put(value); }     ///< bytes 0 to 3
+    int set(long value) noexcept { return put(value); }             ///< 4 or 8 bytes, as `long` has
+    int set(unsigned long value) noexcept { return put(value); }    ///< 4 or 8 bytes, as `long` has
+    int set(long long const& value) noexcept { return put(value); } ///< bytes 0 to 7
+    int set(unsigned long long const& value) noexcept { return put(value); } ///< bytes 0 to 7
+    int set(float const& value) noexcept { return put(value); }  ///< bytes 0 to 3, the bit pattern
+    int set(double const& value) noexcept { return put(value); } ///< bytes 0 to 7, the bit pattern
+    /// All 16 bytes.
     int set(Binary16 const& value) noexcept {
         *this = value;
         return 0;
     }
+    /// A pointer is no bool.
     template <typename T>
-    int set(T*) = delete; // a pointer is no bool
+    int set(T*) = delete;
+    /// @}
 
-    // Writes one byte; ERR_OUT_OF_RANGE for an index of 16 or more.
+    /// Writes byte `index` and returns 0; `ERR_OUT_OF_RANGE` for an index of 16 or more.
     int set(unsigned char index, unsigned char value) noexcept;
 
-    // getters: copy the leading bytes, whatever was stored there
+    /// @name Getters
+    /// Copy the leading bytes into `value`, whatever was stored there.
+    /// @{
 
+    /// Byte 0; every value but 0 is true.
     void get(bool& value) const noexcept { value = m_bytes[0] != 0; }
-    void get(unsigned char& value) const noexcept { take(value); }
-    void get(short& value) const noexcept { take(value); }
-    void get(unsigned short& value) const noexcept { take(value); }
-    void get(int& value) const noexcept { take(value); }
-    void get(unsigned int& value) const noexcept { take(value); }
-    void get(long& value) const noexcept { take(value); }
-    void get(unsigned long& value) const noexcept { take(value); }
-    void get(long long& value) const noexcept { take(value); }
-    void get(unsigned long long& value) const noexcept { take(value); }
-    void get(float& value) const noexcept { take(value); }
-    void get(double& value) const noexcept { take(value); }
+    void get(unsigned char& value) const noexcept { take(value); }      ///< byte 0
+    void get(short& value) const noexcept { take(value); }              ///< bytes 0 and 1
+    void get(unsigned short& value) const noexcept { take(value); }     ///< bytes 0 and 1
+    void get(int& value) const noexcept { take(value); }                ///< bytes 0 to 3
+    void get(unsigned int& value) const noexcept { take(value); }       ///< bytes 0 to 3
+    void get(long& value) const noexcept { take(value); }               ///< 4 or 8 bytes
+    void get(unsigned long& value) const noexcept { take(value); }      ///< 4 or 8 bytes
+    void get(long long& value) const noexcept { take(value); }          ///< bytes 0 to 7
+    void get(unsigned long long& value) const noexcept { take(value); } ///< bytes 0 to 7
+    void get(float& value) const noexcept { take(value); }              ///< bytes 0 to 3
+    void get(double& value) const noexcept { take(value); }             ///< bytes 0 to 7
+    /// @}
 
-    // Throws std::out_of_range ("out_of_range") for an index of 16 or more.
+    /// Byte `index`; throws `std::out_of_range` ("out_of_range") for an index of 16 or more.
     unsigned char operator[](unsigned char index) const;
 
-    // text form: "0x" and 32 upper-case hexadecimal digits, byte 15 first. The grouped form is
-    // Convert::toAString(Binary16 const&).
+    /// @name Hexadecimal form
+    /// "0x" and 32 upper-case hexadecimal digits, byte 15 first: the bytes as one large number. The
+    /// grouped form is Convert::toAString(Binary16 const&), a strict reader is parseBinary16().
+    /// @{
 
-    // Writes the 34 characters as insertions of their own, so a field width set on the stream goes
-    // to the first: to the "0" on a narrow stream, to the "0x" on a wide one.
+    /// Writes the 34 characters as insertions of their own, so that a field width set on `stream`
+    /// goes to the "0" alone. Returns `stream`.
     std::ostream& write(std::ostream& stream) const;
+    /// The same on a wide stream, where "0x" is one insertion, which the field width goes to; the
+    /// digits are widened by the stream's locale.
     std::wostream& write(std::wostream& stream) const;
 
-    // Skips two characters, whatever they are, then extracts 32 digits, white space between them
-    // skipped if the stream does so. '0' to '9', 'A' to 'F' and 'a' to 'f' are digits, ':' to '?'
-    // count as 10 to 15, everything else as 0: nothing is validated. When the stream ends early,
-    // its state says so and the bytes not read are zero; when its buffer throws, all may be zero.
+    /// Skips two characters, whatever they are, then extracts 32 digits, white space before each
+    /// skipped if the stream does so. '0' to '9', 'A' to 'F' and 'a' to 'f' are digits, ':' to '?'
+    /// count as 10 to 15, everything else as 0: nothing is validated. When the stream ends early,
+    /// its state says so and the bytes not read are zero; when its buffer throws, all may be zero.
     std::istream& read(std::istream& stream);
+    /// @}
 
     // comparison: byte-wise, byte 0 first
 
     friend bool operator==(Binary16 const& a, Binary16 const& b) noexcept {
         return std::memcmp(a.m_bytes, b.m_bytes, sizeof a.m_bytes) == 0;
     }
+    /// Whether a byte differs.
     friend bool operator!=(Binary16 const& a, Binary16 const& b) noexcept { return !(a == b); }
+    /// Whether `a` has the smaller byte where they first differ.
     friend bool operator<(Binary16 const& a, Binary16 const& b) noexcept {
         return std::memcmp(a.m_bytes, b.m_bytes, sizeof a.m_bytes) < 0;
     }
+    /// Whether `b < a`.
     friend bool operator>(Binary16 const& a, Binary16 const& b) noexcept { return b < a; }
+    /// Whether not `b < a`.
     friend bool operator<=(Binary16 const& a, Binary16 const& b) noexcept { return !(b < a); }
+    /// Whether not `a < b`.
     friend bool operator>=(Binary16 const& a, Binary16 const& b) noexcept { return !(a < b); }
 #if defined(__cpp_lib_three_way_comparison)
+    /// All of these at once, in C++20.
     friend std::strong_ordering operator<=>(Binary16 const& a, Binary16 const& b) noexcept {
         return std::memcmp(a.m_bytes, b.m_bytes, sizeof a.m_bytes) <=> 0;
     }
 #endif
+    /// @}
 
 private:
     constexpr void store(int at, int bytes, unsigned long long value) noexcept {
@@ -164,9 +203,10 @@ static_assert(sizeof(int) == 4 && sizeof(short) == 2 && sizeof(long long) == 8);
 
 } // namespace Halvora
 
-// Of all 16 bytes.
+/// Hash of all 16 bytes.
 template <>
 struct std::hash<Halvora::Binary16> {
+    /// Equal values give equal results, the same in every run.
     std::size_t operator()(Halvora::Binary16 const& value) const noexcept {
         std::uint64_t half[2];
         std::memcpy(half, &value, sizeof half);
