@@ -4,32 +4,48 @@
 
 namespace Halvora {
 
-// Rounding of measured and configured quantities. Static members only; pure functions that neither
-// allocate nor throw. Results are fixed to the bit: every step is rounded to the type named, no
-// multiplication is fused with an addition, and powers of ten are pow(10.0, digits).
+/// Rounding of measured and configured quantities. Static members only, no instances; the functions
+/// neither allocate nor throw and depend on their arguments alone. Results are fixed to the bit:
+/// every step is rounded to the type named, no multiplication is fused with an addition, and powers
+/// of ten are `pow(10.0, digits)` of the standard library.
 class HALVTYPES_API Round {
 public:
-    Round() = delete;
+    /// There are no instances; without `explicit`, C++17 would let `Round{}` through.
+    explicit Round() = delete;
 
-    // To an integer, halves away from zero: 2.5 gives 3, -2.5 gives -3. A result outside int gives
-    // the nearest int limit (infinities included), NaN gives 0.
+    /// @name To an integer
+    /// Halves go away from zero: 2.5 gives 3, -2.5 gives -3. What lies outside `int`, infinities
+    /// included, gives the nearest `int` limit; NaN gives 0.
+    /// @{
+
+    /// `value` rounded, halves away from zero.
     static int convert(double const& value) noexcept;
+    /// `value` rounded, halves away from zero; computed in `float`.
     static int convert(float const& value) noexcept;
 
-    // To a fixed-point integer: value * 10^digits, rounded as above, so (12.345, 2) gives 1235.
-    // `digits` may be negative. The float form scales in double and rounds the product to float.
+    /// `value` * 10^`digits` rounded, halves away from zero, so (12.345, 2) gives 1235. `digits`
+    /// may be negative: (1234.5, -2) gives 12.
     static int convert(double value, int digits) noexcept;
+    /// The same; the product is taken in `double`, then rounded to `float`, so (1.005f, 2) gives
+    /// 101, where (1.005, 2) gives 100.
     static int convert(float value, int digits) noexcept;
+    /// @}
 
-    // To a whole value, halves upward for both signs: floor(value + 0.5).
+    /// @name To a floating-point value
+    /// Halves go upward for both signs: 2.5 gives 3, -2.5 gives -2.
+    /// @{
+
+    /// floor(`value` + 0.5).
     static double round(double const& value) noexcept;
+    /// floor(`value` + 0.5), the sum taken in `float`.
     static float round(float const& value) noexcept;
 
-    // To `digits` decimal digits, halves upward: floor(value * 10^digits + 0.5) * 10^-digits. The
-    // last step multiplies, so the result carries the rounding of that product: (-1.25, 1) gives
-    // -1.2000000000000002. The float form rounds the scaled value and the result to float.
+    /// floor(`value` * 10^`digits` + 0.5) * 10^-`digits`; `digits` may be negative. The last step
+    /// multiplies and is rounded too: (-1.25, 1) gives -1.2000000000000002.
     static double round(double value, int digits) noexcept;
+    /// The same; both products are taken in `double`, then rounded to `float`, the sum in `float`.
     static float round(float value, int digits) noexcept;
+    /// @}
 };
 
 } // namespace Halvora

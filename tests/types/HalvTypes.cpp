@@ -1,10 +1,18 @@
+#include <Halvora/types/Binary16.h>
 #include <Halvora/types/HalvTypes.h>
+#include <Halvora/types/Round.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
 using namespace Halvora;
+
+template <typename T, typename = void>
+constexpr bool hasInstances = false;
+template <typename T>
+constexpr bool hasInstances<T, decltype(void(T{}))> = true;
+static_assert(!hasInstances<HalvTypes> && !hasInstances<Round> && hasInstances<Binary16>);
 
 // A type's number as one digit.
 static constexpr char digits[] = "0123456789ABCDEF";

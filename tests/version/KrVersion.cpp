@@ -9,6 +9,17 @@ using namespace Halvora;
 
 namespace {
 
+// Whether the long constructor takes a value of this type for its flag.
+using Text = char const (&)[2];
+template <typename Flag>
+constexpr bool takesFlag =
+    std::is_constructible_v<KrVersion, int, int, int, int, Text, Text, Text, Text, Flag, Text, Text,
+                            int, int, Text, Text, Text, Text, Text, Text>;
+static_assert(takesFlag<bool&> && takesFlag<int> && takesFlag<eDataType> &&
+              takesFlag<std::true_type>);
+static_assert(!takesFlag<Text> && !takesFlag<char const* volatile&> && !takesFlag<void (&)()> &&
+              !takesFlag<int KrVersion::*> && !takesFlag<std::string>);
+
 template <typename Char>
 struct Grouped : std::numpunct<Char> {
     Char do_thousands_sep() const override { return Char('\''); }
