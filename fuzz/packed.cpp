@@ -5,7 +5,12 @@
 
 using namespace Halvora;
 
-// Forms and slots at any address, with not a byte behind what may be read or written.
+// The bytes alone on the heap: a sanitizer sees what is read or written beyond them.
+std::vector<char> alone(std::string const& bytes) {
+    return {bytes.begin(), bytes.end()};
+}
+
+// Forms and slots at any address.
 template <typename Text>
 void compare(Bytes& bytes) {
     constexpr bool packed = std::is_same_v<Text, ResString>;
@@ -21,8 +26,7 @@ void compare(Bytes& bytes) {
         std::string const head = content.substr(0, idSize) + static_cast<char>(number);
         return head + static_cast<char>(number >> 8u) + content.substr(idSize, 2 * units);
     };
-    std::string const source = std::string(at, '#') + form(field, length);
-    std::vector<char> const memory(source.begin(), source.end());
+    std::vector<char> const memory = alone(std::string(at, '#') + form(field, length));
     std::string const slot = form(kept, kept).append(2 * (capacity - kept), packed ? '\0' : '0');
     std::vector<char> written(at + slot.size());
     Text object(std::wstring(600, L'x'));
@@ -41,6 +45,23 @@ void compare(Bytes& bytes) {
     assert(whole == form(length, length) && object == Text(object.wstr()));
 }
 
+// Whatever bytes there are: a form is whole when they do not end before it does.
+template <typename Text>
+void measure(Bytes& bytes) {
+    constexpr std::size_t head = std::is_same_v<Text, ResString> ? 18 : 2;
+    std::vector<char> const memory = alone(bytes.ConsumeRemainingBytesAsString());
+    std::size_t size = 0;
+    if (memory.size() >= head) {
+        size = head + 2 * static_cast<unsigned char>(memory[head - 2]) +
+               512 * static_cast<unsigned char>(memory[head - 1]);
+    }
+    std::size_t const expected = size <= memory.size() ? size : 0;
+    assert(Text::sizeWithin(memory.data(), memory.size()) == expected);
+}
+
 void run(Bytes& bytes) {
-    bytes.ConsumeBool() ? compare<ResString>(bytes) : compare<VarChar>(bytes);
+    auto const kind = bytes.ConsumeIntegralInRange(0u, 3u);
+    kind < 2    ? kind == 0 ? compare<VarChar>(bytes) : compare<ResString>(bytes)
+       : kind == 2 ? measure<VarChar>(bytes)
+                : measure<ResString>(bytes);
 }

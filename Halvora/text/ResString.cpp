@@ -25,9 +25,7 @@ constexpr std::size_t lengthOffset = 16;
 constexpr std::size_t textOffset = 18;
 
 unsigned short lengthField(void const* packed) noexcept {
-    unsigned short length;
-    std::memcpy(&length, static_cast<char const*>(packed) + lengthOffset, sizeof length);
-    return length;
+    return detail::unitAt(static_cast<char const*>(packed) + lengthOffset);
 }
 
 constexpr std::size_t nameLength = 20;
@@ -155,6 +153,14 @@ void ResString::toStr(std::string& out) const {
 
 unsigned int ResString::size(void const* packed) noexcept {
     return packedSize(lengthField(packed));
+}
+
+std::size_t ResString::sizeWithin(void const* data, std::size_t available) noexcept {
+    if (data == nullptr || available < packedSize(0)) {
+        return 0;
+    }
+    std::size_t const whole = size(data);
+    return whole <= available ? whole : 0;
 }
 
 void ResString::set(void const* packed, unsigned int const& capacity, void* slot) noexcept {

@@ -124,6 +124,12 @@ public:
     /// `packed` must not be null.
     static unsigned int size(void const* packed) noexcept;
 
+    /// How many of the `available` bytes at `data` a packed form takes, by its length field as it
+    /// stands; 0 when they do not hold a whole one, and for null. Reads no byte beyond them. Ask
+    /// this before a form from outside is read; a form of more than 128 units is whole too and is
+    /// cut by an object that reads it.
+    static std::size_t sizeWithin(void const* data, std::size_t available) noexcept;
+
     /// Writes a slot of `capacity` units, (`capacity` + 9) * 2 bytes: the packed form, its text cut
     /// to the slot's capacity and to 128 units, then zero bytes. All zero when `packed` is null.
     /// The two may overlap.

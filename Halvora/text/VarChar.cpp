@@ -13,9 +13,7 @@ constexpr std::size_t unitsOffset = 2;
 constexpr int fillByte = 0x30;
 
 unsigned short lengthField(void const* raw) noexcept {
-    unsigned short length;
-    std::memcpy(&length, raw, sizeof length);
-    return std::min(length, VarChar::maxLength);
+    return std::min(detail::unitAt(raw), VarChar::maxLength);
 }
 
 // Writes a raw form and returns the first byte behind it. The units are converted in an aligned
@@ -78,6 +76,14 @@ void VarChar::wstr(std::wstring& out) const {
 
 unsigned short VarChar::size(void const* raw) noexcept {
     return rawSize(lengthField(raw));
+}
+
+std::size_t VarChar::sizeWithin(void const* data, std::size_t available) noexcept {
+    if (data == nullptr || available < unitsOffset) {
+        return 0;
+    }
+    std::size_t const whole = unitsOffset + std::size_t{2} * detail::unitAt(data);
+    return whole <= available ? whole : 0;
 }
 
 void VarChar::set(void const* raw, VarChar& dest) noexcept {

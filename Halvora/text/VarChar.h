@@ -92,6 +92,12 @@ public:
     /// The size of a raw form in bytes, by its length field; `raw` must not be null.
     static unsigned short size(void const* raw) noexcept;
 
+    /// How many of the `available` bytes at `data` a raw form takes, by its length field as it
+    /// stands; 0 when they do not hold a whole one, and for null. Reads no byte beyond them. Ask
+    /// this before a form from outside is read; a form of more than 512 units is whole too and is
+    /// cut by an object that reads it.
+    static std::size_t sizeWithin(void const* data, std::size_t available) noexcept;
+
     /// Reads a raw form into an object; `raw` must not be null.
     static void set(void const* raw, VarChar& dest) noexcept;
     /// Reads a raw form into a text, widened, and its length; `raw` must not be null.

@@ -75,6 +75,21 @@ TEST(ResString, sourceMayBeTheTextItself) {
     EXPECT_EQ('c', text.hlv_str()[1]); // left by the longer text
 }
 
+TEST(ResString, sizeWithinIsThatOfAWholeForm) {
+    checkSizes<ResString>(18, {
+                                  {0,     0,      0     }, // no identifier
+                                  {0,     17,     0     }, // half a length field
+                                  {0,     18,     18    }, // the empty text
+                                  {0,     1000,   18    }, // bytes behind it do not matter
+                                  {3,     23,     0     }, // one byte short
+                                  {3,     24,     24    }, //
+                                  {128,   274,    274   }, // the longest of an object
+                                  {200,   418,    418   }, // whole, but cut by an object
+                                  {65535, 131087, 0     }, // one byte short
+                                  {65535, 131088, 131088}  // the longest that can be announced
+    });
+}
+
 TEST(ResString, textGoesOutOneElementAUnit) {
     ResString text = used();
     std::wostringstream failed;

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <random>
 #include <string>
+#include <vector>
 
 namespace Halvora::test {
 
@@ -32,6 +35,27 @@ inline std::string rawForm(std::wstring const& text, std::size_t absent = 0) {
 template <typename Text>
 std::string bytesOf(Text const& text) {
     return {reinterpret_cast<char const*>(&text), text.size()};
+}
+
+struct SizeRow {
+    std::size_t field;     // the number that stands in the length field
+    std::size_t available; // bytes
+    std::size_t expected;
+};
+
+// Asks rows of one class, whose forms have `head` bytes before the units. The bytes lie alone on
+// the heap, where a sanitizer sees what is read beyond them.
+template <typename Text>
+void checkSizes(std::size_t head, std::vector<SizeRow> const& rows) {
+    for (auto const& [field, available, expected] : rows) {
+        std::vector<char> bytes(std::max(head, available), '\0');
+        bytes[head - 2] = static_cast<char>(field & 0xFF);
+        bytes[head - 1] = static_cast<char>(field >> 8);
+        std::vector<char> const memory(bytes.begin(), bytes.begin() + static_cast<long>(available));
+        EXPECT_EQ(expected, Text::sizeWithin(memory.data(), available))
+            << "length field " << field << ", " << available << " bytes";
+    }
+    EXPECT_EQ(0u, Text::sizeWithin(nullptr, 1000));
 }
 
 } // namespace Halvora::test

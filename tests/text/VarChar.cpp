@@ -45,6 +45,21 @@ TEST(VarChar, rawFormsAndSlotsLieAnywhereAndHoldAtMost512Units) {
     EXPECT_FALSE(VarChar::equal("\1\0x", nullptr, 1));
 }
 
+TEST(VarChar, sizeWithinIsThatOfAWholeForm) {
+    checkSizes<VarChar>(2, {
+                               {0,     0,      0     }, //
+                               {0,     1,      0     }, // half a length field
+                               {0,     2,      2     }, // the empty text
+                               {0,     1000,   2     }, // bytes behind it do not matter
+                               {3,     7,      0     }, // one byte short
+                               {3,     8,      8     }, //
+                               {512,   1026,   1026  }, // the longest of an object
+                               {600,   1202,   1202  }, // whole, but cut by an object
+                               {65535, 131071, 0     }, // one byte short
+                               {65535, 131072, 131072}  // the longest that can be announced
+    });
+}
+
 TEST(VarChar, narrowTextIsWidenedAndRawFormsEqualTheirText) {
     for (unsigned const length : {1u, 17u, 512u, 513u}) {
         std::string const narrow(length, '\xE9');

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <limits>
 #include <string>
 #include <type_traits>
@@ -118,6 +119,13 @@ std::size_t terminatedLength(Char const* text,
         }
     }
     return n;
+}
+
+// The number or code unit at any address, even or odd.
+inline unsigned short unitAt(void const* bytes) noexcept {
+    unsigned short unit;
+    std::memcpy(&unit, bytes, sizeof unit);
+    return unit;
 }
 
 } // namespace Halvora::detail
