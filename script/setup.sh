@@ -46,10 +46,15 @@ options() {
 
 set_build_root() { build_root=$(realpath -m -- "$1"); }
 
-# Says in a sentence that nothing can be built where it should be.
-need_build_root() {
-    { mkdir -p "$build_root" && [[ -w $build_root ]]; } 2>/dev/null || {
-        echo "$(basename "$0"): $build_root cannot be written; --build DIR builds elsewhere" >&2
+# Says in a sentence that nothing can be built where it should be: in the whole build root, or in a
+# folder of it, where everything has to be ours to change (not left by root, for instance).
+# shellcheck disable=SC2120 # the folder may be left out
+need_build_root() { # [folder]
+    local used=$build_root depth=(-maxdepth 0) stranger=
+    [[ -z ${1:-} ]] || used+=/$1 depth=()
+    { mkdir -p "$used" && stranger=$(find "$used" "${depth[@]}" ! -writable ! -type l -print -quit) &&
+        [[ -z $stranger ]]; } 2>/dev/null || {
+        echo "$(basename "$0"): ${stranger:-$used} cannot be written; --build DIR builds elsewhere" >&2
         exit 2
     }
 }
