@@ -6,3 +6,6 @@
 #else
 #    define HALVTYPES_API
 #endif
+
+// Every header includes this one, so every program asks for the library that fits it.
+#include <Halvora/Abi.h>

@@ -39,6 +39,33 @@ install(
     COMPONENT development
 )
 
+# What the library is built for, as its own headers see it: they compare it with a program's.
+separate_arguments(flags NATIVE_COMMAND "${CMAKE_CXX_FLAGS}")
+file(
+    WRITE ${PROJECT_BINARY_DIR}/AbiOfBuild.cpp
+    "#include <Halvora/Abi.h>\nbuilt for: HALVTYPES_STRINGS_NUMBER __SIZEOF_WCHAR_T__\n"
+)
+execute_process(
+    COMMAND
+        ${CMAKE_CXX_COMPILER} ${flags} -std=c++17 -E -P -DHALVTYPES_BUILD -I${PROJECT_SOURCE_DIR}
+        ${PROJECT_BINARY_DIR}/AbiOfBuild.cpp
+    OUTPUT_VARIABLE preprocessed
+    COMMAND_ERROR_IS_FATAL ANY
+)
+if(NOT preprocessed MATCHES "built for: ([0-9]+) ([0-9]+)")
+    message(FATAL_ERROR "the compiler does not tell what it builds for:\n${preprocessed}")
+endif()
+set(built_for_strings ${CMAKE_MATCH_1})
+set(built_for_wchar_bytes ${CMAKE_MATCH_2})
+configure_file(
+    cmake/AbiOfBuild.h.in ${PROJECT_BINARY_DIR}/installed_headers/Halvora/AbiOfBuild.h @ONLY
+)
+install(
+    FILES ${PROJECT_BINARY_DIR}/installed_headers/Halvora/AbiOfBuild.h
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/Halvora
+    COMPONENT development
+)
+
 # The prefix in the pkg-config file is relative to the file, so the tree may move as a whole.
 file(
     RELATIVE_PATH pc_prefix

@@ -20,11 +20,13 @@ set(HALVTYPES_SOURCES
     Halvora/text/ResString.cpp
     Halvora/text/ResString2.cpp
     Halvora/text/VarChar.cpp
+    Halvora/Abi.cpp
 )
 
 # The public headers. What lies in a detail/ folder is not among them and is not installed.
 set(HALVTYPES_HEADERS
     Halvora/Halvora.h
+    Halvora/Abi.h
     Halvora/Export.h
     Halvora/Format.h
     Halvora/types/ResultCodes.h

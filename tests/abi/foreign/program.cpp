@@ -1,0 +1,3 @@
+#include <Halvora/Halvora.h>
+
+int main() {}
