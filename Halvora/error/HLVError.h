@@ -4,7 +4,9 @@
 
 #include <exception>
 #include <iosfwd>
+#include <memory>
 #include <string>
+#include <type_traits>
 
 namespace Halvora {
 
@@ -23,6 +25,19 @@ public:
     class Param;
     class Holder;
     class List;
+
+private:
+    // What an error can be made of.
+    template <typename... Values>
+    using IfParams =
+        std::enable_if_t<sizeof...(Values) <= 3 &&
+                         std::conjunction_v<std::is_constructible<Param, Values const&>...>>;
+
+public:
+    /// A new error with up to three values as parameters 0 to 2, each of whatever a `Param` takes:
+    /// `HLVError::create(-5, pumpId, "no answer")`. Whichever allocation fails, nothing is leaked.
+    template <typename... Values, typename = IfParams<Values...>>
+    [[nodiscard]] static std::unique_ptr<HLVError> create(int code, Values const&... values);
 
     /// Code 0, nothing else.
     HLVError() noexcept;
@@ -77,10 +92,10 @@ public:
     static bool isWarning(HLVError const* error) noexcept;
 
     /// The caller deletes the result: a new error for a negative code, otherwise null.
-    static HLVError* makeError(int code);
+    [[nodiscard]] static HLVError* makeError(int code);
 
     /// The caller deletes the result: a deep copy, null for null.
-    static HLVError* copy(HLVError const* error);
+    [[nodiscard]] static HLVError* copy(HLVError const* error);
 
     /// @name Text forms
     /// @code{.unparsed}

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <Halvora/Export.h>
+#include <Halvora/error/HLVError.h>
 
 #include <exception>
+#include <memory>
 #include <string>
 
 namespace Halvora {
-
-class HLVError;
 
 /// An exception that carries an error with its whole chain, and a trace that every layer which
 /// catches it may extend before it throws on.
@@ -16,6 +16,10 @@ public:
     /// Takes ownership of `error`, also when this constructor throws; null stands for an error with
     /// code 0. Copies `trace`.
     HLVErrorException(HLVError* error, std::string const& trace);
+    /// Takes ownership of `error`, also when this constructor throws; null stands for an error with
+    /// code 0. Copies `trace`.
+    HLVErrorException(std::unique_ptr<HLVError> error, std::string const& trace)
+        : HLVErrorException(error.release(), trace) {}
 
     /// A copy with a deep copy of the error.
     HLVErrorException(HLVErrorException const& other);

@@ -4,6 +4,7 @@
 #include <Halvora/error/HLVError.h>
 
 #include <iosfwd>
+#include <memory>
 
 namespace Halvora {
 
@@ -15,7 +16,9 @@ public:
     Holder() noexcept;
 
     /// Takes ownership of `error`; empty for null.
-    explicit Holder(HLVError* error) noexcept;
+    Holder(HLVError* error) noexcept;
+    /// Takes ownership of `error`; empty for null.
+    Holder(std::unique_ptr<HLVError> error) noexcept : m_error(error.release()) {}
 
     /// A deep copy of the error that `other` holds, if any.
     Holder(Holder const& other);
@@ -23,18 +26,33 @@ public:
     /// Replaces what is held by a deep copy. When the copy fails, this holder is unchanged.
     Holder& operator=(Holder const& other);
 
+    /// Takes over what `other` holds, which is empty then.
+    Holder(Holder&& other) noexcept : m_error(other.extractError()) {}
+
+    /// Replaces what is held by what `other` holds, which is empty then; from itself, nothing
+    /// happens.
+    Holder& operator=(Holder&& other) noexcept {
+        setError(other.extractError());
+        return *this;
+    }
+
     /// Deletes what is held.
     virtual ~Holder();
+
+    /// Whether an error is held.
+    explicit operator bool() const noexcept { return m_error != nullptr; }
 
     /// The error that is held. The holder keeps ownership; null when it is empty.
     HLVError* getError() const noexcept { return m_error; }
 
     /// Hands the error to the caller, who deletes it, and leaves the holder empty.
-    HLVError* extractError() noexcept;
+    [[nodiscard]] HLVError* extractError() noexcept;
 
     /// Deletes what is held and takes ownership of `error`, which may be null. The error that is
     /// held already changes nothing.
     void setError(HLVError* error) noexcept;
+    /// Deletes what is held and takes ownership of `error`, which may be null.
+    void setError(std::unique_ptr<HLVError> error) noexcept { setError(error.release()); }
 
     /// Hands this holder's error to `target`, which deletes its own, and leaves this holder empty;
     /// into itself, nothing happens.
@@ -43,6 +61,15 @@ public:
     /// Gives `target` a deep copy of this holder's error. When the copy fails, `target` is
     /// unchanged.
     void copy(Holder& target) const;
+
+    /// Wraps the held error, if any, in a new one with up to three values, as `HLVError::create`
+    /// makes it: `holder.prepend(-20, "pump", 3)`. When memory runs out the holder is unchanged.
+    template <typename... Values, typename = IfParams<Values...>>
+    void prepend(int code, Values const&... values) {
+        std::unique_ptr<HLVError> error = create(code, values...);
+        error->m_precedingError = m_error;
+        m_error = error.release();
+    }
 
     /// Wraps the held error, if any, in a new one, whatever its code. Takes ownership of the
     /// parameters, also when the allocation of the new error fails: they are deleted then, and the

@@ -7,40 +7,48 @@ namespace Halvora {
 
 namespace {
 
-// The steps of the ring, for both kinds of iterator.
-template <typename Entries, typename Position>
-void stepForward(Entries& entries, Position& position) noexcept {
-    if (position == entries.end()) {
-        position = entries.begin();
-    } else {
-        ++position;
+// What both kinds of iterator do. A position in no list has neither list nor place.
+
+template <typename Entries, typename Place>
+bool isAtBegin(Entries* list, Place const* place) noexcept {
+    return list == nullptr || *place == list->begin();
+}
+
+template <typename Entries, typename Place>
+bool isAtEnd(Entries* list, Place const* place) noexcept {
+    return list == nullptr || *place == list->end();
+}
+
+template <typename Entries, typename Place>
+void stepForward(Entries* list, Place* place) noexcept {
+    if (!isAtEnd(list, place)) {
+        ++*place;
+    } else if (list != nullptr) {
+        *place = list->begin();
     }
 }
 
-template <typename Entries, typename Position>
-void stepBack(Entries& entries, Position& position) noexcept {
-    if (position == entries.begin()) {
-        position = entries.end();
-    } else {
-        --position;
+template <typename Entries, typename Place>
+void stepBack(Entries* list, Place* place) noexcept {
+    if (!isAtBegin(list, place)) {
+        --*place;
+    } else if (list != nullptr) {
+        *place = list->end();
     }
 }
 
-template <typename Entries, typename Position>
-HLVError* entryAt(Entries& entries, Position const& position) noexcept {
-    return position == entries.end() ? nullptr : *position;
+template <typename Entries, typename Place>
+HLVError* entryAt(Entries* list, Place const* place) noexcept {
+    return isAtEnd(list, place) ? nullptr : **place;
+}
+
+template <typename Place, typename Other>
+Place* newPlace(Other const* place) {
+    return place == nullptr ? nullptr : new Place(*place);
 }
 
 bool isTaken(HLVError const* error) noexcept {
     return HLVError::isError(error) || HLVError::isWarning(error);
-}
-
-// The list has the holder's error now, or refuses it: then nobody else wants it.
-void emptyHolder(HLVError::Holder& holder) noexcept {
-    HLVError const* const error = holder.extractError();
-    if (!isTaken(error)) {
-        delete error;
-    }
 }
 
 } // namespace
@@ -56,6 +64,21 @@ HLVError::List::List(Holder& holder) : List() {
     add(holder);
 }
 
+HLVError::List::List(List&& other) noexcept
+    : m_entries(std::exchange(other.m_entries, nullptr)),
+      m_errorCount(std::exchange(other.m_errorCount, 0)),
+      m_warningCount(std::exchange(other.m_warningCount, 0)) {}
+
+HLVError::List& HLVError::List::operator=(List&& other) noexcept {
+    if (this != &other) {
+        clear();
+        std::swap(m_entries, other.m_entries);
+        m_errorCount = std::exchange(other.m_errorCount, 0);
+        m_warningCount = std::exchange(other.m_warningCount, 0);
+    }
+    return *this;
+}
+
 HLVError::List::~List() {
     clear();
     delete m_entries;
@@ -65,6 +88,9 @@ bool HLVError::List::add(HLVError* error) {
     if (!isTaken(error)) {
         return false;
     }
+    if (m_entries == nullptr) {
+        m_entries = new std::list<HLVError*>;
+    }
     m_entries->push_back(error);
     count(*error, 1);
     return isError(error);
@@ -72,7 +98,8 @@ bool HLVError::List::add(HLVError* error) {
 
 bool HLVError::List::add(Holder& holder) {
     bool const isAnError = add(holder.getError());
-    emptyHolder(holder);
+    std::unique_ptr<HLVError> error(holder.extractError());
+    letGo(error);
     return isAnError;
 }
 
@@ -81,13 +108,20 @@ bool HLVError::List::add(List& other) noexcept {
         return false;
     }
     bool const hasErrors = other.m_errorCount > 0;
-    m_entries->splice(m_entries->end(), *other.m_entries);
+    if (m_entries == nullptr) {
+        std::swap(m_entries, other.m_entries);
+    } else if (other.m_entries != nullptr) {
+        m_entries->splice(m_entries->end(), *other.m_entries);
+    }
     m_errorCount += std::exchange(other.m_errorCount, 0);
     m_warningCount += std::exchange(other.m_warningCount, 0);
     return hasErrors;
 }
 
 void HLVError::List::clear() noexcept {
+    if (m_entries == nullptr) {
+        return;
+    }
     for (HLVError* error : *m_entries) {
         delete error;
     }
@@ -97,33 +131,39 @@ void HLVError::List::clear() noexcept {
 }
 
 int HLVError::List::getCount() const noexcept {
-    return static_cast<int>(m_entries->size());
+    return m_entries == nullptr ? 0 : static_cast<int>(m_entries->size());
 }
 
 HLVError* HLVError::List::getFirstError() const noexcept {
+    if (m_errorCount == 0) {
+        return nullptr;
+    }
     auto const found = std::find_if(m_entries->begin(), m_entries->end(), isError);
-    return found == m_entries->end() ? nullptr : *found;
+    return *found;
 }
 
 HLVError* HLVError::List::getLastError() const noexcept {
+    if (m_errorCount == 0) {
+        return nullptr;
+    }
     auto const found = std::find_if(m_entries->rbegin(), m_entries->rend(), isError);
-    return found == m_entries->rend() ? nullptr : *found;
+    return *found;
 }
 
 HLVError::List::iterator HLVError::List::begin() {
-    return iterator(m_entries, m_entries->begin());
+    return m_entries == nullptr ? iterator() : iterator(m_entries, m_entries->begin());
 }
 
 HLVError::List::iterator HLVError::List::end() {
-    return iterator(m_entries, m_entries->end());
+    return m_entries == nullptr ? iterator() : iterator(m_entries, m_entries->end());
 }
 
 HLVError::List::const_iterator HLVError::List::begin() const {
-    return const_iterator(m_entries, m_entries->begin());
+    return m_entries == nullptr ? const_iterator() : const_iterator(m_entries, m_entries->begin());
 }
 
 HLVError::List::const_iterator HLVError::List::end() const {
-    return const_iterator(m_entries, m_entries->end());
+    return m_entries == nullptr ? const_iterator() : const_iterator(m_entries, m_entries->end());
 }
 
 void HLVError::List::extract(iterator& position, Holder& holder) noexcept {
@@ -137,6 +177,9 @@ void HLVError::List::remove(iterator& position) noexcept {
 }
 
 void HLVError::List::replace(iterator& position, HLVError* error) {
+    if (standsAtEntry(position) && *position == error) {
+        return;
+    }
     if (standsAtEntry(position) && isTaken(error)) {
         m_entries->insert(*position.m_position, error);
         count(*error, 1);
@@ -149,7 +192,8 @@ void HLVError::List::replace(iterator& position, Holder& holder) {
         return;
     }
     replace(position, holder.getError());
-    emptyHolder(holder);
+    std::unique_ptr<HLVError> error(holder.extractError());
+    letGo(error);
 }
 
 void HLVError::List::count(HLVError const& error, int change) noexcept {
@@ -172,15 +216,18 @@ bool HLVError::List::standsAtEntry(iterator const& position) const noexcept {
     return position.m_list == m_entries && !position.end();
 }
 
+HLVError::List::iterator::iterator() noexcept = default;
+
 HLVError::List::iterator::iterator(std::list<HLVError*>* list,
                                    std::list<HLVError*>::iterator position)
     : m_list(list), m_position(new std::list<HLVError*>::iterator(position)) {}
 
 HLVError::List::iterator::iterator(iterator const& other)
-    : iterator(other.m_list, *other.m_position) {}
+    : m_list(other.m_list),
+      m_position(newPlace<std::list<HLVError*>::iterator>(other.m_position)) {}
 
 HLVError::List::iterator& HLVError::List::iterator::operator=(iterator const& other) {
-    auto* const position = new std::list<HLVError*>::iterator(*other.m_position);
+    auto* const position = newPlace<std::list<HLVError*>::iterator>(other.m_position);
     delete std::exchange(m_position, position);
     m_list = other.m_list;
     return *this;
@@ -191,48 +238,52 @@ HLVError::List::iterator::~iterator() {
 }
 
 bool HLVError::List::iterator::begin() const noexcept {
-    return *m_position == m_list->begin();
+    return isAtBegin(m_list, m_position);
 }
 
 bool HLVError::List::iterator::end() const noexcept {
-    return *m_position == m_list->end();
+    return isAtEnd(m_list, m_position);
 }
 
 HLVError* HLVError::List::iterator::operator*() const noexcept {
-    return entryAt(*m_list, *m_position);
+    return entryAt(m_list, m_position);
 }
 
 HLVError::List::iterator& HLVError::List::iterator::operator++() noexcept {
-    stepForward(*m_list, *m_position);
+    stepForward(m_list, m_position);
     return *this;
 }
 
 HLVError::List::iterator& HLVError::List::iterator::operator--() noexcept {
-    stepBack(*m_list, *m_position);
+    stepBack(m_list, m_position);
     return *this;
 }
 
 bool HLVError::List::iterator::operator==(iterator const& other) const noexcept {
-    return m_list == other.m_list && *m_position == *other.m_position;
+    return m_list == other.m_list && (m_list == nullptr || *m_position == *other.m_position);
 }
 
 bool HLVError::List::iterator::operator==(const_iterator const& other) const noexcept {
     return other == *this;
 }
 
+HLVError::List::const_iterator::const_iterator() noexcept = default;
+
 HLVError::List::const_iterator::const_iterator(std::list<HLVError*> const* list,
                                                std::list<HLVError*>::const_iterator position)
     : m_list(list), m_position(new std::list<HLVError*>::const_iterator(position)) {}
 
 HLVError::List::const_iterator::const_iterator(const_iterator const& other)
-    : const_iterator(other.m_list, *other.m_position) {}
+    : m_list(other.m_list),
+      m_position(newPlace<std::list<HLVError*>::const_iterator>(other.m_position)) {}
 
 HLVError::List::const_iterator::const_iterator(iterator const& other)
-    : const_iterator(other.m_list, *other.m_position) {}
+    : m_list(other.m_list),
+      m_position(newPlace<std::list<HLVError*>::const_iterator>(other.m_position)) {}
 
 HLVError::List::const_iterator&
 HLVError::List::const_iterator::operator=(const_iterator const& other) {
-    auto* const position = new std::list<HLVError*>::const_iterator(*other.m_position);
+    auto* const position = newPlace<std::list<HLVError*>::const_iterator>(other.m_position);
     delete std::exchange(m_position, position);
     m_list = other.m_list;
     return *this;
@@ -247,33 +298,33 @@ HLVError::List::const_iterator::~const_iterator() {
 }
 
 bool HLVError::List::const_iterator::begin() const noexcept {
-    return *m_position == m_list->begin();
+    return isAtBegin(m_list, m_position);
 }
 
 bool HLVError::List::const_iterator::end() const noexcept {
-    return *m_position == m_list->end();
+    return isAtEnd(m_list, m_position);
 }
 
 HLVError const* HLVError::List::const_iterator::operator*() const noexcept {
-    return entryAt(*m_list, *m_position);
+    return entryAt(m_list, m_position);
 }
 
 HLVError::List::const_iterator& HLVError::List::const_iterator::operator++() noexcept {
-    stepForward(*m_list, *m_position);
+    stepForward(m_list, m_position);
     return *this;
 }
 
 HLVError::List::const_iterator& HLVError::List::const_iterator::operator--() noexcept {
-    stepBack(*m_list, *m_position);
+    stepBack(m_list, m_position);
     return *this;
 }
 
 bool HLVError::List::const_iterator::operator==(iterator const& other) const noexcept {
-    return m_list == other.m_list && *m_position == *other.m_position;
+    return m_list == other.m_list && (m_list == nullptr || *m_position == *other.m_position);
 }
 
 bool HLVError::List::const_iterator::operator==(const_iterator const& other) const noexcept {
-    return m_list == other.m_list && *m_position == *other.m_position;
+    return m_list == other.m_list && (m_list == nullptr || *m_position == *other.m_position);
 }
 
 } // namespace Halvora

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <iterator>
 #include <list>
+#include <memory>
+#include <utility>
 
 namespace Halvora {
 
@@ -20,13 +22,24 @@ public:
     List();
 
     /// Takes ownership of `error` as `add` does.
-    explicit List(HLVError* error);
+    List(HLVError* error);
 
     /// Takes the error of the holder as `add` does.
-    explicit List(Holder& holder);
+    List(Holder& holder);
+
+    /// Takes `error` as `add` does.
+    List(std::unique_ptr<HLVError>&& error) : List() { add(std::move(error)); }
 
     List(List const&) = delete;            ///< Entries are passed on by `add`.
     List& operator=(List const&) = delete; ///< Entries are passed on by `add`.
+
+    /// Takes over all entries of `other`, which is empty then. Positions at them stay valid and
+    /// belong to this list.
+    List(List&& other) noexcept;
+
+    /// Deletes every entry and takes over those of `other`, which is empty then; from itself,
+    /// nothing happens. Positions at them stay valid and belong to this list.
+    List& operator=(List&& other) noexcept;
 
     /// Deletes every entry.
     virtual ~List();
@@ -43,6 +56,16 @@ public:
     bool add(Holder& holder);
     /// As `add`.
     bool operator+=(Holder& holder) { return add(holder); }
+
+    /// Puts `error` at the end; answers whether it is an error. It is null then: null and code 0
+    /// are not taken but deleted. When memory runs out it is unchanged.
+    bool add(std::unique_ptr<HLVError>&& error) {
+        bool const isAnError = add(error.get());
+        letGo(error);
+        return isAnError;
+    }
+    /// As `add`.
+    bool operator+=(std::unique_ptr<HLVError>&& error) { return add(std::move(error)); }
 
     /// Moves all entries of `other` to the end of this list; answers whether an error was among
     /// them. Adding a list to itself changes nothing and answers false. Constant time. Positions in
@@ -88,13 +111,22 @@ public:
     void remove(iterator& position) noexcept;
 
     /// Puts `error`, of which it takes ownership, in the place of the entry, which is deleted. Null
-    /// and code 0 are not taken, and the entry is only removed. When memory runs out nothing
-    /// changes.
+    /// and code 0 are not taken, and the entry is only removed. By itself an entry is not replaced.
+    /// When memory runs out nothing changes.
     void replace(iterator& position, HLVError* error);
 
     /// The same with the error of the holder, which is emptied when there is an entry: an error
     /// that the list does not take is deleted. When memory runs out nothing changes.
     void replace(iterator& position, Holder& holder);
+
+    /// The same with `error`, which is null then when there is an entry: an error that the list
+    /// does not take is deleted. When memory runs out nothing changes.
+    void replace(iterator& position, std::unique_ptr<HLVError>&& error) {
+        if (standsAtEntry(position)) {
+            replace(position, error.get());
+            letGo(error);
+        }
+    }
     /// @}
 
 private:
@@ -102,7 +134,15 @@ private:
     HLVError* unlink(iterator& position) noexcept;
     bool standsAtEntry(iterator const& position) const noexcept;
 
-    std::list<HLVError*>* m_entries;
+    // The list has the error now, or refuses it: then nobody else wants it.
+    static void letGo(std::unique_ptr<HLVError>& error) noexcept {
+        if (isError(error.get()) || isWarning(error.get())) {
+            static_cast<void>(error.release());
+        }
+        error.reset();
+    }
+
+    std::list<HLVError*>* m_entries; // null once moved from, until something is added
     int m_errorCount = 0;
     int m_warningCount = 0;
 };
@@ -120,6 +160,9 @@ public:
     using difference_type = std::ptrdiff_t;                    ///< A number of steps.
     using pointer = void;                                      ///< There is no `->` for a pointer.
     using reference = HLVError*;                               ///< What `*position` gives.
+
+    /// A position in no list: at its begin and its end, where steps lead nowhere.
+    iterator() noexcept;
 
     /// The position `position` of the storage `list`; both stay the caller's.
     iterator(std::list<HLVError*>* list, std::list<HLVError*>::iterator position);
@@ -173,8 +216,8 @@ private:
     friend class List;
     friend class const_iterator;
 
-    std::list<HLVError*>* m_list;
-    std::list<HLVError*>::iterator* m_position;
+    std::list<HLVError*>* m_list = nullptr;
+    std::list<HLVError*>::iterator* m_position = nullptr; // null in no list
 };
 
 /// A position in a list whose entries are only read. All else is as in `HLVError::List::iterator`.
@@ -185,6 +228,9 @@ public:
     using difference_type = std::ptrdiff_t;                    ///< A number of steps.
     using pointer = void;                                      ///< There is no `->` for a pointer.
     using reference = HLVError const*;                         ///< What `*position` gives.
+
+    /// A position in no list: at its begin and its end, where steps lead nowhere.
+    const_iterator() noexcept;
 
     /// The position `position` of the storage `list`; both stay the caller's.
     const_iterator(std::list<HLVError*> const* list, std::list<HLVError*>::const_iterator position);
@@ -241,8 +287,8 @@ public:
 private:
     friend class iterator;
 
-    std::list<HLVError*> const* m_list;
-    std::list<HLVError*>::const_iterator* m_position;
+    std::list<HLVError*> const* m_list = nullptr;
+    std::list<HLVError*>::const_iterator* m_position = nullptr; // null in no list
 };
 
 } // namespace Halvora

@@ -25,9 +25,12 @@ void writeText(std::wostream& stream, std::wstring const& text) {
     stream << text;
 }
 
-// Converted piece by piece on the stack; only a long text that a field width pads is built whole.
+// Converted piece by piece on the stack, with the effect of one insertion: after a piece that fails
+// another one would set failbit too. Only a long text is built whole that a field width pads or
+// that is flushed at once.
 void writeText(std::ostream& stream, std::wstring const& text) {
-    if (text.size() > detail::chunkLength && stream.width() != 0) {
+    bool const isWhole = stream.width() != 0 || (stream.flags() & std::ios_base::unitbuf) != 0;
+    if (text.size() > detail::chunkLength && isWhole) {
         stream << Convert::toAString(text);
         return;
     }
@@ -38,7 +41,7 @@ void writeText(std::ostream& stream, std::wstring const& text) {
         detail::convertRun(chunk, text.data() + at, length);
         stream << std::string_view(chunk, length);
         at += length;
-    } while (at < text.size());
+    } while (at < text.size() && stream.good());
 }
 
 void writeGrouped(std::ostream& stream, Binary16 const& value) {
@@ -78,12 +81,15 @@ HLVError::Param::Param(Binary16 const& value) noexcept : Param(DT_BINARY16, valu
 HLVError::Param::Param(ResString const& value)
     : m_type(DT_STRINGRES), m_data(value.id()), m_dataString(value.wstr()) {}
 
-HLVError::Param::Param(char const* text)
-    : m_type(DT_STRING),
-      m_dataString(detail::converted<std::wstring>(text, detail::terminatedLength(text))) {}
+HLVError::Param::Param(char const* text, std::size_t length)
+    : m_type(DT_STRING), m_dataString(detail::converted<std::wstring>(text, length)) {}
 
-HLVError::Param::Param(std::string const& text)
-    : m_type(DT_STRING), m_dataString(Convert::toWString(text)) {}
+HLVError::Param::Param(wchar_t const* text, std::size_t length)
+    : m_type(DT_STRING), m_dataString(text, length) {}
+
+HLVError::Param::Param(char const* text) : Param(text, detail::terminatedLength(text)) {}
+
+HLVError::Param::Param(std::string const& text) : Param(text.data(), text.size()) {}
 
 HLVError::Param::Param(wchar_t const* text) : m_type(DT_STRING), m_dataString(notNull(text)) {}
 

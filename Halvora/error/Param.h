@@ -2,13 +2,17 @@
 
 #include <Halvora/Export.h>
 #include <Halvora/error/HLVError.h>
+#include <Halvora/text/Convert.h>
 #include <Halvora/text/HLVString.h>
 #include <Halvora/types/Binary16.h>
 #include <Halvora/types/HalvTypes.h>
 
+#include <climits>
 #include <cstddef>
 #include <iosfwd>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 namespace Halvora {
@@ -36,10 +40,13 @@ public:
     explicit Param(int value) noexcept;
     /// `DT_UINT32`.
     explicit Param(unsigned int value) noexcept;
-    /// The integer of its width.
+#if LONG_MAX > INT_MAX
+    /// `DT_INT64`. Does not compile where `long` has 32 bits: write `int` or `long long`.
     explicit Param(long value) noexcept;
-    /// The integer of its width.
+    /// `DT_UINT64`. Does not compile where `long` has 32 bits: write `unsigned int` or
+    /// `unsigned long long`.
     explicit Param(unsigned long value) noexcept;
+#endif
     /// `DT_INT64`.
     explicit Param(long long const& value) noexcept;
     /// `DT_UINT64`.
@@ -70,6 +77,11 @@ public:
     explicit Param(unsigned short const* text);
     /// A text of 16-bit units, zeros inside it included.
     explicit Param(HLVString const& text);
+    /// A `std::string_view` or a `std::wstring_view`, zeros inside it included. What only converts
+    /// to a view is none.
+    template <typename View, typename = std::enable_if_t<std::is_same_v<View, std::string_view> ||
+                                                         std::is_same_v<View, std::wstring_view>>>
+    explicit Param(View const& text) : Param(text.data(), text.size()) {}
     /// @}
 
     /// Other pointers are no `bool`.
@@ -90,11 +102,17 @@ public:
     ~Param();                                ///< Ends the text.
 
     /// The data type of the value.
-    eDataType getDataType() const noexcept { return m_type; }
+    eDataType getDataType() const noexcept {
+        return m_type;
+    }
     /// The bytes of the value; all zero for a text.
-    Binary16 const& getData() const noexcept { return m_data; }
+    Binary16 const& getData() const noexcept {
+        return m_data;
+    }
     /// The text; empty for all other types.
-    std::wstring const& getDataString() const noexcept { return m_dataString; }
+    std::wstring const& getDataString() const noexcept {
+        return m_dataString;
+    }
 
     /// @name Reading
     /// These read the leading bytes, whatever the type: another type than the stored one gets the
@@ -103,33 +121,65 @@ public:
     /// @{
 
     /// Reads byte 0: false for 0, otherwise true.
-    void getValue(bool& value) const noexcept { m_data.get(value); }
+    void getValue(bool& value) const noexcept {
+        m_data.get(value);
+    }
     /// Reads byte 0.
-    void getValue(unsigned char& value) const noexcept { m_data.get(value); }
+    void getValue(unsigned char& value) const noexcept {
+        m_data.get(value);
+    }
     /// Reads bytes 0 to 1.
-    void getValue(short& value) const noexcept { m_data.get(value); }
+    void getValue(short& value) const noexcept {
+        m_data.get(value);
+    }
     /// Reads bytes 0 to 1.
-    void getValue(unsigned short& value) const noexcept { m_data.get(value); }
+    void getValue(unsigned short& value) const noexcept {
+        m_data.get(value);
+    }
     /// Reads bytes 0 to 3.
-    void getValue(int& value) const noexcept { m_data.get(value); }
+    void getValue(int& value) const noexcept {
+        m_data.get(value);
+    }
     /// Reads bytes 0 to 3.
-    void getValue(unsigned int& value) const noexcept { m_data.get(value); }
+    void getValue(unsigned int& value) const noexcept {
+        m_data.get(value);
+    }
     /// Reads the leading bytes, as many as the target's `long` has.
-    void getValue(long& value) const noexcept { m_data.get(value); }
+    void getValue(long& value) const noexcept {
+        m_data.get(value);
+    }
     /// Reads the leading bytes, as many as the target's `long` has.
-    void getValue(unsigned long& value) const noexcept { m_data.get(value); }
+    void getValue(unsigned long& value) const noexcept {
+        m_data.get(value);
+    }
     /// Reads bytes 0 to 7.
-    void getValue(long long& value) const noexcept { m_data.get(value); }
+    void getValue(long long& value) const noexcept {
+        m_data.get(value);
+    }
     /// Reads bytes 0 to 7.
-    void getValue(unsigned long long& value) const noexcept { m_data.get(value); }
+    void getValue(unsigned long long& value) const noexcept {
+        m_data.get(value);
+    }
     /// Reads bytes 0 to 3.
-    void getValue(float& value) const noexcept { m_data.get(value); }
+    void getValue(float& value) const noexcept {
+        m_data.get(value);
+    }
     /// Reads bytes 0 to 7.
-    void getValue(double& value) const noexcept { m_data.get(value); }
+    void getValue(double& value) const noexcept {
+        m_data.get(value);
+    }
     /// Reads all 16 bytes.
-    void getValue(Binary16& value) const noexcept { value = m_data; }
+    void getValue(Binary16& value) const noexcept {
+        value = m_data;
+    }
     /// Reads the text.
-    void getValue(std::wstring& value) const { value = m_dataString; }
+    void getValue(std::wstring& value) const {
+        value = m_dataString;
+    }
+    /// Reads the text, narrowed as by `Convert`: a character that narrow text lacks is a space.
+    void getValue(std::string& value) const {
+        value = Convert::toAString(m_dataString);
+    }
     /// @}
 
     /// Writes the value by the stream's own output of its type: a byte as a number, a text narrowed
@@ -140,7 +190,14 @@ public:
     std::wostream& operator<<(std::wostream& stream) const;
 
 private:
+#if LONG_MAX == INT_MAX
+    // Exported for programs that were linked when these still compiled.
+    explicit Param(long value) noexcept;
+    explicit Param(unsigned long value) noexcept;
+#endif
     Param(eDataType type, Binary16 const& data) noexcept;
+    Param(char const* text, std::size_t length);
+    Param(wchar_t const* text, std::size_t length);
     template <typename Stream>
     Stream& write(Stream& stream) const;
     template <typename Stored, typename Written = Stored, typename Stream>
@@ -151,6 +208,14 @@ private:
     std::wstring m_dataString;
 };
 
+template <typename... Values, typename>
+std::unique_ptr<HLVError> HLVError::create(int code, Values const&... values) {
+    auto error = std::make_unique<HLVError>(code);
+    [[maybe_unused]] Param** next = error->m_params;
+    ((*next++ = new Param(values)), ...);
+    return error;
+}
+
 } // namespace Halvora
 
 namespace std {
@@ -159,5 +224,16 @@ namespace std {
 HALVTYPES_API ostream& operator<<(ostream& stream, Halvora::HLVError::Param const& param);
 /// Writes the value as the member does.
 HALVTYPES_API wostream& operator<<(wostream& stream, Halvora::HLVError::Param const& param);
+
+/// Writes the value as the member does; `<NONE>` for null.
+inline ostream& operator<<(ostream& stream, Halvora::HLVError::Param const* param) {
+    return param != nullptr ? stream << *param
+                            : stream << static_cast<Halvora::HLVError const*>(nullptr);
+}
+/// Writes the value as the member does; `<NONE>` for null.
+inline wostream& operator<<(wostream& stream, Halvora::HLVError::Param const* param) {
+    return param != nullptr ? stream << *param
+                            : stream << static_cast<Halvora::HLVError const*>(nullptr);
+}
 
 } // namespace std

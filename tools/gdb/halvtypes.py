@@ -313,6 +313,8 @@ def list_entry(node):
 
 
 def list_entries(value):
+    if int(value["m_entries"]) == 0:
+        return  # moved from
     entries = fetch(value["m_entries"])
     if has(entries, "_M_impl"):
         end, link = entries["_M_impl"]["_M_node"], "_M_next"
