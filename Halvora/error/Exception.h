@@ -18,7 +18,8 @@ public:
 
     /// Changes nothing: an exception keeps what it was constructed with.
     Exception& operator=(Exception const& other) noexcept;
-    ~Exception() override; ///< Ends the texts that `what()` and `trace()` gave.
+    /// Ends the texts that `what()` and `trace()` gave.
+    ~Exception() override;
 
     /// The code that was given at construction.
     int const& code() const noexcept { return m_code; }

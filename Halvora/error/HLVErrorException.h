@@ -29,7 +29,8 @@ public:
     HLVErrorException(HLVErrorException&& other) noexcept;
 
     HLVErrorException& operator=(HLVErrorException const&) = delete; ///< It keeps its error.
-    ~HLVErrorException() override; ///< Deletes the error with its chain.
+    /// Deletes the error with its chain.
+    ~HLVErrorException() override;
 
     /// `"Error "` and the code, whatever happens to the trace; valid as long as the exception.
     char const* what() const noexcept override;

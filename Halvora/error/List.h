@@ -155,11 +155,16 @@ private:
 /// assignment leaves it where it was.
 class HALVTYPES_API HLVError::List::iterator {
 public:
-    using iterator_category = std::bidirectional_iterator_tag; ///< For the standard algorithms.
-    using value_type = HLVError*;                              ///< An entry.
-    using difference_type = std::ptrdiff_t;                    ///< A number of steps.
-    using pointer = void;                                      ///< There is no `->` for a pointer.
-    using reference = HLVError*;                               ///< What `*position` gives.
+    /// For the standard algorithms.
+    using iterator_category = std::bidirectional_iterator_tag;
+    /// An entry.
+    using value_type = HLVError*;
+    /// A number of steps.
+    using difference_type = std::ptrdiff_t;
+    /// There is no `->` for a pointer.
+    using pointer = void;
+    /// What `*position` gives.
+    using reference = HLVError*;
 
     /// A position in no list: at its begin and its end, where steps lead nowhere.
     iterator() noexcept;
@@ -223,11 +228,16 @@ private:
 /// A position in a list whose entries are only read. All else is as in `HLVError::List::iterator`.
 class HALVTYPES_API HLVError::List::const_iterator {
 public:
-    using iterator_category = std::bidirectional_iterator_tag; ///< For the standard algorithms.
-    using value_type = HLVError const*;                        ///< An entry.
-    using difference_type = std::ptrdiff_t;                    ///< A number of steps.
-    using pointer = void;                                      ///< There is no `->` for a pointer.
-    using reference = HLVError const*;                         ///< What `*position` gives.
+    /// For the standard algorithms.
+    using iterator_category = std::bidirectional_iterator_tag;
+    /// An entry.
+    using value_type = HLVError const*;
+    /// A number of steps.
+    using difference_type = std::ptrdiff_t;
+    /// There is no `->` for a pointer.
+    using pointer = void;
+    /// What `*position` gives.
+    using reference = HLVError const*;
 
     /// A position in no list: at its begin and its end, where steps lead nowhere.
     const_iterator() noexcept;

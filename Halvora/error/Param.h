@@ -99,7 +99,8 @@ public:
     /// An independent copy.
     Param(Param const& other);
     Param& operator=(Param const&) = delete; ///< A parameter does not change.
-    ~Param();                                ///< Ends the text.
+    /// Ends the text.
+    ~Param();
 
     /// The data type of the value.
     eDataType getDataType() const noexcept {

@@ -129,11 +129,11 @@ public:
     /// @{
 
     /// 16 times the value of `high` plus that of `low`. `0` to `9`, `A` to `F` and `a` to `f` are
-    /// digits, `:` to `?` count as 10 to 15, everything else as 0.
+    /// digits, the six from `':'` to `'?'` count as 10 to 15, everything else as 0.
     static unsigned char toByte(char high, char low) noexcept;
 
-    /// True for exactly `1`, and for a text that, after white space, begins with `true` in any case
-    /// (`TRUE`, `true.`); false for every other.
+    /// True for exactly `1`, and for a text that, after white space, begins with `true` in any case,
+    /// whatever follows (`TRUEST`); false for every other.
     static bool toBool(std::string text);
 
     /// The mixed-case name of the type (`Int32`); empty for `DT_VOID` and unknown types.

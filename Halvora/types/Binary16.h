@@ -87,17 +87,28 @@ public:
 
     /// Byte 0: 1 for true, 0 for false.
     int set(bool value) noexcept { return set(static_cast<unsigned char>(value)); }
-    int set(unsigned char value) noexcept { return put(value); }    ///< byte 0
-    int set(short value) noexcept { return put(value); }            ///< bytes 0 and 1
-    int set(unsigned short value) noexcept { return put(value); }   ///< bytes 0 and 1
-    int set(int value) noexcept { return put(value); }              ///< bytes 0 to 3
-    int set(unsigned int value) noexcept { return put(value); }     ///< bytes 0 to 3
-    int set(long value) noexcept { return put(value); }             ///< 4 or 8 bytes, as `long` has
-    int set(unsigned long value) noexcept { return put(value); }    ///< 4 or 8 bytes, as `long` has
-    int set(long long const& value) noexcept { return put(value); } ///< bytes 0 to 7
-    int set(unsigned long long const& value) noexcept { return put(value); } ///< bytes 0 to 7
-    int set(float const& value) noexcept { return put(value); }  ///< bytes 0 to 3, the bit pattern
-    int set(double const& value) noexcept { return put(value); } ///< bytes 0 to 7, the bit pattern
+    /// Writes byte 0.
+    int set(unsigned char value) noexcept { return put(value); }
+    /// Writes bytes 0 and 1.
+    int set(short value) noexcept { return put(value); }
+    /// Writes bytes 0 and 1.
+    int set(unsigned short value) noexcept { return put(value); }
+    /// Writes bytes 0 to 3.
+    int set(int value) noexcept { return put(value); }
+    /// Writes bytes 0 to 3.
+    int set(unsigned int value) noexcept { return put(value); }
+    /// Writes 4 or 8 bytes, as many as `long` has.
+    int set(long value) noexcept { return put(value); }
+    /// Writes 4 or 8 bytes, as many as `long` has.
+    int set(unsigned long value) noexcept { return put(value); }
+    /// Writes bytes 0 to 7.
+    int set(long long const& value) noexcept { return put(value); }
+    /// Writes bytes 0 to 7.
+    int set(unsigned long long const& value) noexcept { return put(value); }
+    /// Writes bytes 0 to 3, the bit pattern.
+    int set(float const& value) noexcept { return put(value); }
+    /// Writes bytes 0 to 7, the bit pattern.
+    int set(double const& value) noexcept { return put(value); }
     /// All 16 bytes.
     int set(Binary16 const& value) noexcept {
         *this = value;
@@ -117,17 +128,28 @@ public:
 
     /// Byte 0; every value but 0 is true.
     void get(bool& value) const noexcept { value = m_bytes[0] != 0; }
-    void get(unsigned char& value) const noexcept { take(value); }      ///< byte 0
-    void get(short& value) const noexcept { take(value); }              ///< bytes 0 and 1
-    void get(unsigned short& value) const noexcept { take(value); }     ///< bytes 0 and 1
-    void get(int& value) const noexcept { take(value); }                ///< bytes 0 to 3
-    void get(unsigned int& value) const noexcept { take(value); }       ///< bytes 0 to 3
-    void get(long& value) const noexcept { take(value); }               ///< 4 or 8 bytes
-    void get(unsigned long& value) const noexcept { take(value); }      ///< 4 or 8 bytes
-    void get(long long& value) const noexcept { take(value); }          ///< bytes 0 to 7
-    void get(unsigned long long& value) const noexcept { take(value); } ///< bytes 0 to 7
-    void get(float& value) const noexcept { take(value); }              ///< bytes 0 to 3
-    void get(double& value) const noexcept { take(value); }             ///< bytes 0 to 7
+    /// Reads byte 0.
+    void get(unsigned char& value) const noexcept { take(value); }
+    /// Reads bytes 0 and 1.
+    void get(short& value) const noexcept { take(value); }
+    /// Reads bytes 0 and 1.
+    void get(unsigned short& value) const noexcept { take(value); }
+    /// Reads bytes 0 to 3.
+    void get(int& value) const noexcept { take(value); }
+    /// Reads bytes 0 to 3.
+    void get(unsigned int& value) const noexcept { take(value); }
+    /// Reads 4 or 8 bytes, as many as `long` has.
+    void get(long& value) const noexcept { take(value); }
+    /// Reads 4 or 8 bytes, as many as `long` has.
+    void get(unsigned long& value) const noexcept { take(value); }
+    /// Reads bytes 0 to 7.
+    void get(long long& value) const noexcept { take(value); }
+    /// Reads bytes 0 to 7.
+    void get(unsigned long long& value) const noexcept { take(value); }
+    /// Reads bytes 0 to 3.
+    void get(float& value) const noexcept { take(value); }
+    /// Reads bytes 0 to 7.
+    void get(double& value) const noexcept { take(value); }
     /// @}
 
     /// Byte `index`; throws `std::out_of_range` ("out_of_range") for an index of 16 or more.
@@ -152,8 +174,11 @@ public:
     std::istream& read(std::istream& stream);
     /// @}
 
-    // comparison: byte-wise, byte 0 first
+    /// @name Comparison
+    /// Byte-wise, byte 0 first.
+    /// @{
 
+    /// Whether all 16 bytes are equal.
     friend bool operator==(Binary16 const& a, Binary16 const& b) noexcept {
         return std::memcmp(a.m_bytes, b.m_bytes, sizeof a.m_bytes) == 0;
     }

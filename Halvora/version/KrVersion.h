@@ -55,10 +55,14 @@ public:
     /// All numbers 0, the flag false, all texts empty.
     KrVersion();
 
-    unsigned int getMajor() const noexcept { return m_nMajor; }       ///< the first part
-    unsigned int getMinor() const noexcept { return m_nMinor; }       ///< the second part
-    unsigned int getBuild() const noexcept { return m_nBuild; }       ///< the third part
-    unsigned int getRevision() const noexcept { return m_nRevision; } ///< the fourth part
+    /// The first part of the version number.
+    unsigned int getMajor() const noexcept { return m_nMajor; }
+    /// The second part of the version number.
+    unsigned int getMinor() const noexcept { return m_nMinor; }
+    /// The third part of the version number.
+    unsigned int getBuild() const noexcept { return m_nBuild; }
+    /// The fourth part of the version number.
+    unsigned int getRevision() const noexcept { return m_nRevision; }
     /// Writes the two parts of the product's version into `major` and `minor`.
     void getProductVersion(unsigned int& major, unsigned int& minor) const noexcept;
 
