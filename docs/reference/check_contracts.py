@@ -1,0 +1,119 @@
+#!/usr/bin/env python3
+"""Does every public name of the headers carry a contract that an editor shows?
+
+    check_contracts.py <root> <header>...
+
+Reads the headers as clang does, which is what editors ask: a contract is the `///` comment that
+clang itself attaches to the declaration. Exits with 1 and one line a fault.
+"""
+import re
+import sys
+
+from clang.cindex import AccessSpecifier, CursorKind, Index, TranslationUnit
+
+SCOPES = {
+    CursorKind.NAMESPACE,
+    CursorKind.CLASS_DECL,
+    CursorKind.STRUCT_DECL,
+    CursorKind.CLASS_TEMPLATE,
+    CursorKind.ENUM_DECL,
+    CursorKind.LINKAGE_SPEC,
+    CursorKind.UNEXPOSED_DECL,
+    CursorKind.FRIEND_DECL,
+}
+NAMES = {
+    CursorKind.CLASS_DECL,
+    CursorKind.STRUCT_DECL,
+    CursorKind.CLASS_TEMPLATE,
+    CursorKind.ENUM_DECL,
+    CursorKind.ENUM_CONSTANT_DECL,
+    CursorKind.FUNCTION_DECL,
+    CursorKind.FUNCTION_TEMPLATE,
+    CursorKind.CXX_METHOD,
+    CursorKind.CONSTRUCTOR,
+    CursorKind.DESTRUCTOR,
+    CursorKind.CONVERSION_FUNCTION,
+    CursorKind.VAR_DECL,
+    CursorKind.FIELD_DECL,
+    CursorKind.TYPEDEF_DECL,
+    CursorKind.TYPE_ALIAS_DECL,
+    CursorKind.TYPE_ALIAS_TEMPLATE_DECL,
+}
+# What reads well where nothing but Doxygen understands it. The marks of a family (`@name`, `@{`)
+# stand in a comment of their own, so a member that has only those has no contract.
+MARKS = {"@code", "@endcode"}
+
+
+def tokens(cursor):
+    return [token.spelling for token in cursor.get_tokens()]
+
+
+def is_declared_here(cursor):
+    """A definition or first declaration, of its own: not repeated, instantiated or deleted."""
+    if cursor.kind in (CursorKind.CLASS_DECL, CursorKind.STRUCT_DECL, CursorKind.CLASS_TEMPLATE):
+        return cursor.is_definition()
+    if cursor.semantic_parent != cursor.lexical_parent and cursor.lexical_parent.kind in (
+        CursorKind.NAMESPACE,
+        CursorKind.TRANSLATION_UNIT,
+    ):
+        return False  # a member's definition behind its class
+    return tokens(cursor)[-2:] != ["=", "delete"] and "delete" not in tokens(cursor)[-3:]
+
+
+def public_names(cursor, files):
+    for child in cursor.get_children():
+        place = child.location.file
+        if place and place.name not in files and child.kind != CursorKind.LINKAGE_SPEC:
+            continue
+        is_private = child.access_specifier == AccessSpecifier.PRIVATE
+        if is_private or child.spelling == "detail":
+            continue
+        if child.kind in NAMES and is_declared_here(child):
+            yield child
+        if child.kind in SCOPES:
+            yield from public_names(child, files)
+
+
+def faults_of_text(comment):
+    """What an editor would show with marks and escapes in it."""
+    text = re.sub(r"@code.*?@endcode", "", comment, flags=re.DOTALL)
+    text = re.sub(r"`[^`]*`", "", text)
+    for escaped in re.findall(r"\\[^\s\w]", text):
+        yield f"escapes a character: {escaped}"
+    for mark in re.findall(r"(?<![\w@])[@\\](?:[a-z]+|[{}])", text):
+        if mark not in MARKS:
+            yield f"holds a command that an editor shows as it is: {mark}"
+    if not re.search(r"[A-Za-z]{2}", comment.replace("///<", "")):
+        yield "says nothing"
+
+
+def check(root, headers):
+    arguments = ["-x", "c++", "-std=c++20", f"-I{root}"]
+    files = {f"{root}/{header}" for header in headers}
+    everything = "".join(f"#include <{header}>\n" for header in headers)
+    unit = Index.create().parse(
+        "all.cpp",
+        args=arguments,
+        unsaved_files=[("all.cpp", everything)],
+        options=TranslationUnit.PARSE_SKIP_FUNCTION_BODIES,
+    )
+    faults = [str(remark) for remark in unit.diagnostics if remark.severity >= 3]
+    seen = 0
+    for name in public_names(unit.cursor, files):
+        seen += 1
+        where = f"{name.location.file.name[len(root) + 1:]}:{name.location.line}: {name.spelling}"
+        if not name.raw_comment:
+            faults.append(f"{where} has no contract")
+        else:
+            faults += [f"{where} {fault}" for fault in faults_of_text(name.raw_comment)]
+    return seen, faults
+
+
+def main():
+    seen, faults = check(sys.argv[1].rstrip("/"), sys.argv[2:])
+    print("\n".join(faults) if faults else f"{seen} public names, each with its contract")
+    sys.exit(1 if faults or seen < 500 else 0)
+
+
+if __name__ == "__main__":
+    main()
