@@ -24,7 +24,7 @@ namespace Halvora {
 class HALVTYPES_API Convert {
 public:
     /// There are no instances.
-    Convert() = delete;
+    explicit Convert() = delete; // explicit: else the braces of an aggregate would make one
 
     /// @name Encodings
     /// Widening keeps the element's unsigned value. To 16 bits, a wide character is cut to its low
