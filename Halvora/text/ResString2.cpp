@@ -1,5 +1,6 @@
 #include <Halvora/text/ResString2.h>
 
+#include <algorithm>
 #include <cstring>
 #include <ostream>
 #include <stdexcept>
@@ -73,29 +74,49 @@ void ResString2::getText(std::wostream& stream) const {
 
 void ResString2::ToString(std::wostream& stream, ITranslator const& translator) const {
     std::wstring const text = Convert::toWString(m_text);
-    if (m_id == Binary16::EMPTY) {
-        stream << text;
-    } else {
+    if (hasId()) {
         translator.getTranslation(stream, m_id, text.c_str());
+    } else {
+        stream << text;
+    }
+}
+
+template <typename Char>
+bool ResString2::isText(Char const* text, std::size_t length) const noexcept {
+    if (m_text.size() != length) {
+        return false;
+    }
+    if constexpr (sizeof(Char) == sizeof(unsigned short)) {
+        return std::memcmp(m_text.data(), text, length * sizeof *text) == 0;
+    } else {
+        return std::equal(m_text.begin(), m_text.end(), text, [](unsigned short unit, Char c) {
+            return unit == detail::convertElement<unsigned short>(c);
+        });
     }
 }
 
 bool ResString2::operator==(ResString2 const& other) const noexcept {
-    return equals(other.m_id, other.m_text.data(), other.m_text.size());
+    return m_id == other.m_id && (hasId() || isText(other.m_text.data(), other.m_text.size()));
 }
 
 bool ResString2::operator==(ResString const& other) const noexcept {
-    return equals(other.id(), other.hlv_str(), other.length());
+    return m_id == other.id() && (hasId() || isText(other.hlv_str(), other.length()));
 }
 
-bool ResString2::equals(Binary16 const& id, unsigned short const* text,
-                        std::size_t length) const noexcept {
-    if (m_id != id) {
-        return false;
-    }
-    return m_id != Binary16::EMPTY ||
-           (m_text.size() == length &&
-            std::memcmp(m_text.data(), text, length * sizeof *text) == 0);
+bool ResString2::operator==(unsigned short const* text) const noexcept {
+    return !hasId() && isText(text, detail::terminatedLength(text));
+}
+
+bool ResString2::operator==(HLVString const& text) const noexcept {
+    return !hasId() && isText(text.data(), text.size());
+}
+
+bool ResString2::operator==(wchar_t const* text) const noexcept {
+    return !hasId() && isText(text, detail::terminatedLength(text));
+}
+
+bool ResString2::operator==(std::wstring const& text) const noexcept {
+    return !hasId() && isText(text.data(), text.size());
 }
 
 } // namespace Halvora

@@ -10,7 +10,6 @@
 #include <iosfwd>
 #include <string>
 #include <string_view>
-#include <type_traits>
 
 namespace Halvora {
 
@@ -20,10 +19,6 @@ class ResString;
 /// goes out in every encoding, converted as by `Convert`, and is never cut. An identifier of 16
 /// zero bytes is empty: none is set.
 class HALVTYPES_API ResString2 : public virtual ITranslatable {
-    template <typename T>
-    using IfText = std::enable_if_t<std::is_convertible_v<T const&, std::wstring> ||
-                                    std::is_convertible_v<T const&, HLVString>>;
-
 public:
     /// @name Construction
     /// The identifier and the text; what is not given is empty.
@@ -88,19 +83,38 @@ public:
     /// The negation of `operator==`.
     bool operator!=(ResString const& other) const noexcept { return !(*this == other); }
 
-    /// Not offered: the text would be cut to a `ResString`.
-    template <typename T, typename = IfText<T>>
-    bool operator==(T const& text) const = delete;
-    /// Not offered: the text would be cut to a `ResString`.
-    template <typename T, typename = IfText<T>>
-    bool operator!=(T const& text) const = delete;
+    /// @}
+
+    /// @name Equality with a text
+    /// A text has no identifier, so it only equals a text without one. The whole texts count, wide
+    /// characters cut to their low 16 bits; a null pointer is the empty text.
+    /// @{
+
+    /// Whether this is the zero-terminated `text` without identifier.
+    bool operator==(unsigned short const* text) const noexcept;
+    /// The negation of `operator==`.
+    bool operator!=(unsigned short const* text) const noexcept { return !(*this == text); }
+    /// Whether this is `text` without identifier.
+    bool operator==(HLVString const& text) const noexcept;
+    /// The negation of `operator==`.
+    bool operator!=(HLVString const& text) const noexcept { return !(*this == text); }
+    /// Whether this is the zero-terminated `text` without identifier.
+    bool operator==(wchar_t const* text) const noexcept;
+    /// The negation of `operator==`.
+    bool operator!=(wchar_t const* text) const noexcept { return !(*this == text); }
+    /// Whether this is `text` without identifier.
+    bool operator==(std::wstring const& text) const noexcept;
+    /// The negation of `operator==`.
+    bool operator!=(std::wstring const& text) const noexcept { return !(*this == text); }
 
     /// @}
 
 private:
     friend struct std::hash<ResString2>;
 
-    bool equals(Binary16 const& id, unsigned short const* text, std::size_t length) const noexcept;
+    bool hasId() const noexcept { return m_id != Binary16::EMPTY; }
+    template <typename Char>
+    bool isText(Char const* text, std::size_t length) const noexcept;
 
     Binary16 m_id;
     HLVString m_text;
@@ -113,7 +127,7 @@ template <>
 struct std::hash<Halvora::ResString2> {
     /// Equal for equal texts.
     std::size_t operator()(Halvora::ResString2 const& value) const noexcept {
-        if (value.m_id != Halvora::Binary16::EMPTY) {
+        if (value.hasId()) {
             return std::hash<Halvora::Binary16>()(value.m_id);
         }
         auto const* const bytes = reinterpret_cast<char const*>(value.m_text.data());

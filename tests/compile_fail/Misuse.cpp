@@ -52,8 +52,8 @@ template <typename Left, typename Right>
 constexpr bool compares<Left, Right, decltype(void(Left() == Right()))> = true;
 struct Derived : ResString2 {};
 static_assert(compares<ResString2, ResString> && compares<Derived, ResString2> &&
-              compares<Derived, Derived> && !compares<ResString2, std::wstring> &&
-              !compares<ResString2, HLVString> && !compares<ResString2, wchar_t const*>);
+              compares<Derived, Derived> && !compares<ResString2, char const*> &&
+              !compares<ResString2, std::nullptr_t>);
 
 void use(HLVArray& array, Binary16& value, ResString const& text) {
     static_cast<void>(array.addBool(true) + array.setBool(0, text == text) + value.set(true));
