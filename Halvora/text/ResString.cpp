@@ -135,16 +135,8 @@ void ResString::toWStr(std::wstring& out) const {
 }
 
 void ResString::toWStr(std::wostream& stream) const {
-    if (m_length == 0) {
-        return;
-    }
-    wchar_t text[maxLength];
-    detail::convertRun(text, m_text, m_length);
-    std::size_t written = 0;
-    if (stream.width() != 0) {
-        stream << text[written++]; // takes the field width
-    }
-    stream.write(text + written, static_cast<std::streamsize>(m_length - written));
+    std::for_each(m_text, m_text + m_length,
+                  [&stream](unsigned short unit) { stream << static_cast<wchar_t>(unit); });
 }
 
 void ResString::toStr(std::string& out) const {
