@@ -18,15 +18,16 @@ void compare(Bytes& bytes) {
     auto const at = bytes.ConsumeIntegralInRange(0u, 3u);
     auto const capacity = bytes.ConsumeIntegralInRange(0u, 600u);
     unsigned const field = bytes.ConsumeIntegral<unsigned short>();
-    unsigned const length = std::min<unsigned>(field, Text::maxLength);
-    unsigned const kept = std::min(length, capacity);
+    unsigned const length = std::min<unsigned>(field, Text::maxLength); // in an object
+    unsigned const kept = std::min(packed ? field : length, capacity);  // in a slot
+    unsigned const present = std::max(length, kept);
     std::string content = bytes.ConsumeRemainingBytesAsString();
-    content.resize(idSize + 2 * length, '?');
+    content.resize(idSize + 2 * present, '?');
     auto const form = [&](unsigned number, unsigned units) {
         std::string const head = content.substr(0, idSize) + static_cast<char>(number);
         return head + static_cast<char>(number >> 8u) + content.substr(idSize, 2 * units);
     };
-    std::vector<char> const memory = alone(std::string(at, '#') + form(field, length));
+    std::vector<char> const memory = alone(std::string(at, '#') + form(field, present));
     std::string const slot = form(kept, kept).append(2 * (capacity - kept), packed ? '\0' : '0');
     std::vector<char> written(at + slot.size());
     Text object(std::wstring(600, L'x'));
@@ -35,6 +36,7 @@ void compare(Bytes& bytes) {
         object.set(&memory[at]);
         ResString::set(&memory[at], capacity, &written[at]);
     } else {
+        assert(VarChar::size(&memory[at]) == static_cast<unsigned short>(2 + 2 * field));
         VarChar::set(&memory[at], object);
         bool const isValid = field == length;
         assert(VarChar::equal(&memory[at], object.wstr().c_str(), length) == isValid);

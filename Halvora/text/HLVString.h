@@ -3,6 +3,20 @@
 #include <Halvora/Export.h>
 
 #include <string>
+#include <type_traits>
+
+namespace Halvora::detail {
+
+// Whether an argument is a text by its type and so no packed or raw form: wide characters, or a
+// literal, which is an array of `char const` (from C++20 on also of `char8_t const`).
+template <typename T, typename Array = std::remove_extent_t<std::remove_reference_t<T>>,
+          typename Char = std::remove_cv_t<std::remove_pointer_t<std::decay_t<T>>>>
+inline constexpr bool isText =
+    std::is_same_v<Char, wchar_t> || std::is_same_v<Char, char16_t> ||
+    std::is_same_v<Char, char32_t> || std::is_same_v<Array, char const> ||
+    std::is_same_v<Array, decltype(u8'x') const>;
+
+} // namespace Halvora::detail
 
 #if defined(__GLIBCXX__)
 

@@ -24,8 +24,9 @@ namespace {
 constexpr std::size_t lengthOffset = 16;
 constexpr std::size_t textOffset = 18;
 
+// As it stands; 0 for null.
 unsigned short lengthField(void const* packed) noexcept {
-    return detail::unitAt(static_cast<char const*>(packed) + lengthOffset);
+    return packed == nullptr ? 0 : detail::unitAt(static_cast<char const*>(packed) + lengthOffset);
 }
 
 constexpr std::size_t nameLength = 20;
@@ -156,13 +157,16 @@ std::size_t ResString::sizeWithin(void const* data, std::size_t available) noexc
 }
 
 void ResString::set(void const* packed, unsigned int const& capacity, void* slot) noexcept {
+    if (slot == nullptr) {
+        return;
+    }
     std::size_t const slotSize = (std::size_t{capacity} + 9) * 2;
     if (packed == nullptr) {
         std::memset(slot, 0, slotSize);
         return;
     }
-    auto const length = static_cast<unsigned short>(
-        std::min<unsigned int>({lengthField(packed), capacity, maxLength}));
+    auto const length =
+        static_cast<unsigned short>(std::min<unsigned int>(lengthField(packed), capacity));
     auto* const bytes = static_cast<char*>(slot);
     std::memmove(bytes, packed, packedSize(length));
     std::memcpy(bytes + lengthOffset, &length, sizeof length);

@@ -29,6 +29,9 @@ namespace Halvora {
 ///
 /// Equality is not transitive (see `operator==`), so there is neither a hash nor an order.
 class HALVTYPES_API ResString {
+    template <typename T>
+    using IfText = std::enable_if_t<detail::isText<T>>;
+
 public:
     class DummyTranslator;
 
@@ -118,10 +121,12 @@ public:
     /// @}
 
     /// @name Packed forms and slots
+    /// A null pointer to a form counts as one that is all zero. A text given where a form is read
+    /// does not compile: nothing of wide characters, nor a literal or other array of `char const`
+    /// (whose address may be given: `&bytes[0]`).
     /// @{
 
-    /// The size of a packed form in bytes, by its length field as it stands, even above 128;
-    /// `packed` must not be null.
+    /// The size of a packed form in bytes, by its length field as it stands, even above 128.
     static unsigned int size(void const* packed) noexcept;
 
     /// How many of the `available` bytes at `data` a packed form takes, by its length field as it
@@ -131,16 +136,24 @@ public:
     static std::size_t sizeWithin(void const* data, std::size_t available) noexcept;
 
     /// Writes a slot of `capacity` units, (`capacity` + 9) * 2 bytes: the packed form, its text cut
-    /// to the slot's capacity and to 128 units, then zero bytes. All zero when `packed` is null.
-    /// The two may overlap.
+    /// to the capacity, then zero bytes. The two may overlap. Writes nothing for a null `slot`.
     static void set(void const* packed, unsigned int const& capacity, void* slot) noexcept;
 
-    /// Loads this object from a packed form; null makes it empty. A length field above 128 counts
-    /// as 128.
+    /// Loads this object from a packed form, cut to 128 units.
     void set(void const* packed) noexcept;
-    /// Not offered: a text is assigned.
-    template <typename T, typename = std::enable_if_t<std::is_same_v<T, wchar_t>>>
-    void set(T const*) = delete;
+
+    /// Not offered: a text is no packed form.
+    template <typename T, typename = IfText<T>>
+    static unsigned int size(T&& text) = delete;
+    /// Not offered: a text is no packed form.
+    template <typename T, typename = IfText<T>>
+    static std::size_t sizeWithin(T&& text, std::size_t available) = delete;
+    /// Not offered: a text is no packed form.
+    template <typename T, typename = IfText<T>>
+    static void set(T&& text, unsigned int const& capacity, void* slot) = delete;
+    /// Not offered: a text is no packed form, it is assigned.
+    template <typename T, typename = IfText<T>>
+    void set(T&& text) = delete;
 
     /// @}
 
@@ -160,6 +173,7 @@ public:
     static ITranslator const* getMainTranslator() noexcept { return ms_pMainTranslator; }
     /// Replaces the main translator; the one before is left alone.
     static void setMainTranslator(ITranslator const* translator) noexcept;
+    static ITranslator const* ms_pMainTranslator; ///< The slot itself.
 
     /// @}
 
@@ -170,8 +184,6 @@ private:
     template <typename Char>
     void assignText(Char const* text, std::size_t length) noexcept;
     bool hasId() const noexcept { return m_id != Binary16::EMPTY; }
-
-    static ITranslator const* ms_pMainTranslator;
 
     Binary16 m_id;
     unsigned short m_length = 0;

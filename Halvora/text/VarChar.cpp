@@ -12,8 +12,9 @@ namespace {
 constexpr std::size_t unitsOffset = 2;
 constexpr int fillByte = 0x30;
 
+// As it stands; 0 for null.
 unsigned short lengthField(void const* raw) noexcept {
-    return std::min(detail::unitAt(raw), VarChar::maxLength);
+    return raw == nullptr ? 0 : detail::unitAt(raw);
 }
 
 // Writes a raw form and returns the first byte behind it. The units are converted in an aligned
@@ -48,20 +49,28 @@ VarChar& VarChar::operator=(VarChar const& other) noexcept {
     return *this;
 }
 
+template <typename Char>
+void VarChar::assignText(Char const* text, std::size_t length) noexcept {
+    std::size_t const kept = text == nullptr ? 0 : std::min<std::size_t>(length, maxLength);
+    m_length = static_cast<unsigned short>(kept);
+    detail::convertRun(m_units, text, kept);
+}
+
 VarChar& VarChar::operator=(std::wstring const& text) noexcept {
-    m_length = static_cast<unsigned short>(std::min<std::size_t>(text.size(), maxLength));
-    detail::convertRun(m_units, text.data(), m_length);
+    assignText(text.data(), text.size());
     return *this;
 }
 
 void VarChar::set(char const* text) noexcept {
-    m_length = static_cast<unsigned short>(detail::terminatedLength(text, maxLength));
-    detail::convertRun(m_units, text, m_length);
+    assignText(text, detail::terminatedLength(text, maxLength));
 }
 
 void VarChar::set(wchar_t const* text, unsigned short length) noexcept {
-    m_length = text == nullptr ? 0 : std::min(length, maxLength);
-    detail::convertRun(m_units, text, m_length);
+    assignText(text, length);
+}
+
+void VarChar::assign(char const* text, unsigned short length) noexcept {
+    assignText(text, length);
 }
 
 std::wstring VarChar::wstr() const {
@@ -82,13 +91,15 @@ std::size_t VarChar::sizeWithin(void const* data, std::size_t available) noexcep
     if (data == nullptr || available < unitsOffset) {
         return 0;
     }
-    std::size_t const whole = unitsOffset + std::size_t{2} * detail::unitAt(data);
+    std::size_t const whole = unitsOffset + std::size_t{2} * lengthField(data);
     return whole <= available ? whole : 0;
 }
 
 void VarChar::set(void const* raw, VarChar& dest) noexcept {
-    unsigned short const length = lengthField(raw);
-    std::memmove(static_cast<void*>(&dest), raw, rawSize(length));
+    unsigned short const length = std::min(lengthField(raw), maxLength);
+    if (length != 0) {
+        std::memmove(static_cast<void*>(&dest), raw, rawSize(length));
+    }
     dest.m_length = length;
 }
 
@@ -101,6 +112,9 @@ void VarChar::set(void const* raw, std::wstring& text, unsigned short& length) {
 
 void VarChar::set(wchar_t const* text, unsigned int length, unsigned int capacity,
                   void* buffer) noexcept {
+    if (buffer == nullptr) {
+        return;
+    }
     std::size_t const count =
         text == nullptr ? 0 : std::min<std::size_t>({length, capacity, maxLength});
     char* const end = putRaw(buffer, text, count);
@@ -108,16 +122,17 @@ void VarChar::set(wchar_t const* text, unsigned int length, unsigned int capacit
 }
 
 void VarChar::set(char const* text, void* buffer) noexcept {
-    putRaw(buffer, text, detail::terminatedLength(text, maxLength));
+    if (buffer != nullptr) {
+        putRaw(buffer, text, detail::terminatedLength(text, maxLength));
+    }
 }
 
 bool VarChar::equal(void const* raw, wchar_t const* text, unsigned int length) noexcept {
-    VarChar copy;
-    set(raw, copy);
-    bool const isValid = std::memcmp(raw, &copy.m_length, sizeof copy.m_length) == 0;
-    if (!isValid || copy.m_length != length || (text == nullptr && length != 0)) {
+    if (lengthField(raw) != length || length > maxLength || (text == nullptr && length != 0)) {
         return false;
     }
+    VarChar copy;
+    set(raw, copy);
     return std::equal(copy.m_units, copy.m_units + copy.m_length, text,
                       [](unsigned short unit, wchar_t c) {
                           return unit == detail::convertElement<unsigned short>(c);

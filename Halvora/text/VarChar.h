@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Halvora/Export.h>
+#include <Halvora/text/HLVString.h>
 
 #include <cstddef>
 #include <functional>
@@ -24,6 +25,11 @@ namespace Halvora {
 /// the string's own constructor, which throws `std::logic_error` with libstdc++. Lengths count
 /// units, sizes bytes.
 class HALVTYPES_API VarChar {
+    template <typename T>
+    using IfText = std::enable_if_t<detail::isText<T>>;
+    template <typename T>
+    using IfInteger = std::enable_if_t<std::is_integral_v<T> && !std::is_same_v<T, bool>>;
+
 public:
     static constexpr unsigned short maxLength = 512; ///< The most that is kept, in code units.
 
@@ -50,6 +56,14 @@ public:
     void set(char const* text) noexcept;
     /// Replaces the text by the first `length` characters of `text`; by the empty text for null.
     void set(wchar_t const* text, unsigned short length) noexcept;
+    /// Replaces the text by the first `length` characters of the narrow `text`; by the empty text
+    /// for null and for a length below zero.
+    template <typename T, typename = IfInteger<T>>
+    void set(char const* text, T length) noexcept {
+        assign(text, length <= 0           ? 0
+                     : length <= maxLength ? static_cast<unsigned short>(length)
+                                           : maxLength);
+    }
 
     /// The length of the text in code units.
     unsigned short length() const noexcept { return m_length; }
@@ -87,9 +101,13 @@ public:
     /// @}
 
     /// @name Raw forms in callers' buffers
+    /// A null pointer to a raw form counts as the form of the empty text. A text given where a form
+    /// is read does not compile: nothing of wide characters, nor a literal or other array of
+    /// `char const` (whose address may be given: `&bytes[0]`).
     /// @{
 
-    /// The size of a raw form in bytes, by its length field; `raw` must not be null.
+    /// The size of a raw form in bytes, by its length field as it stands, even above 512; modulo
+    /// 65,536.
     static unsigned short size(void const* raw) noexcept;
 
     /// How many of the `available` bytes at `data` a raw form takes, by its length field as it
@@ -98,18 +116,19 @@ public:
     /// cut by an object that reads it.
     static std::size_t sizeWithin(void const* data, std::size_t available) noexcept;
 
-    /// Reads a raw form into an object; `raw` must not be null.
+    /// Reads a raw form into an object, cut to 512 units.
     static void set(void const* raw, VarChar& dest) noexcept;
-    /// Reads a raw form into a text, widened, and its length; `raw` must not be null.
+    /// Reads a raw form into a text, widened and cut to 512 characters, and its length.
     static void set(void const* raw, std::wstring& text, unsigned short& length);
 
     /// Writes a slot of 2 + 2 * `capacity` bytes: the first `length` characters of `text`, cut to
-    /// the capacity and to 512, and the fill. A null `text` is the empty one.
+    /// the capacity and to 512, and the fill. A null `text` is the empty one. Writes nothing for a
+    /// null `buffer`.
     static void set(wchar_t const* text, unsigned int length, unsigned int capacity,
                     void* buffer) noexcept;
 
     /// Writes the raw form of a zero-terminated narrow text and nothing behind it. A null `text` is
-    /// the empty one.
+    /// the empty one. Writes nothing for a null `buffer`.
     static void set(char const* text, void* buffer) noexcept;
 
     /// Whether the raw form holds exactly `length` units, each the low 16 bits of its character. A
@@ -117,12 +136,31 @@ public:
     /// empty one when `length` is 0.
     static bool equal(void const* raw, wchar_t const* text, unsigned int length) noexcept;
 
+    /// Not offered: a text is no raw form.
+    template <typename T, typename = IfText<T>>
+    static unsigned short size(T&& text) = delete;
+    /// Not offered: a text is no raw form.
+    template <typename T, typename = IfText<T>>
+    static std::size_t sizeWithin(T&& text, std::size_t available) = delete;
+    /// Not offered: a text is no raw form.
+    template <typename T, typename = IfText<T>>
+    static void set(T&& text, VarChar& dest) = delete;
+    /// Not offered: a text is no raw form.
+    template <typename T, typename = IfText<T>>
+    static void set(T&& text, std::wstring& out, unsigned short& length) = delete;
+    /// Not offered: a text is no raw form.
+    template <typename T, typename = IfText<T>>
+    static bool equal(T&& text, wchar_t const* other, unsigned int length) = delete;
+
     /// @}
 
 private:
     static constexpr unsigned short rawSize(unsigned int length) noexcept {
         return static_cast<unsigned short>((length + 1) * 2);
     }
+    template <typename Char>
+    void assignText(Char const* text, std::size_t length) noexcept;
+    void assign(char const* text, unsigned short length) noexcept;
     int compare(VarChar const& other) const noexcept;
 
     unsigned short m_length = 0;
