@@ -5,10 +5,13 @@
 #include <Halvora/Format.h>
 #include <Halvora/array/ArrayView.h>
 #include <Halvora/array/HLVArray.h>
+#include <Halvora/error/Catalogue.h>
+#include <Halvora/error/Describe.h>
 #include <Halvora/error/Exception.h>
 #include <Halvora/error/HLVError.h>
 #include <Halvora/error/HLVErrorException.h>
 #include <Halvora/error/Holder.h>
+#include <Halvora/error/Json.h>
 #include <Halvora/error/List.h>
 #include <Halvora/error/Param.h>
 #include <Halvora/text/Convert.h>

@@ -50,6 +50,10 @@ set(HALVTYPES_HEADERS
     Halvora/error/List.h
     Halvora/error/HLVErrorException.h
     Halvora/error/Exception.h
+    Halvora/error/Characters.h
+    Halvora/error/Describe.h
+    Halvora/error/Catalogue.h
+    Halvora/error/Json.h
     Halvora/version/KrVersion.h
 )
 

@@ -1,0 +1,150 @@
+#pragma once
+
+#include <Halvora/error/Characters.h>
+#include <Halvora/error/HLVError.h>
+#include <Halvora/text/Convert.h>
+#include <Halvora/types/Binary16.h>
+#include <Halvora/types/HalvTypes.h>
+
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <iterator>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+namespace Halvora {
+
+namespace detail {
+
+// In quotes, as UTF-8. Control characters are escaped.
+inline void appendJsonText(std::string& out, std::wstring_view text) {
+    out += '"';
+    forEachCharacter(text, [&out](std::uint32_t character) {
+        if (isControl(character)) {
+            char escape[16];
+            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(character));
+            out += escape;
+            return;
+        }
+        if (character == '"' || character == '\\') {
+            out += '\\';
+        }
+        appendUtf8(out, character);
+    });
+    out += '"';
+}
+
+// The hexadecimal form, and the grouped one under a name of its own.
+inline void appendJsonId(std::string& out, Binary16 const& id) {
+    constexpr char digits[] = "0123456789ABCDEF";
+    out += "\"0x";
+    for (int i = 15; i >= 0; --i) {
+        out += digits[id[static_cast<unsigned char>(i)] >> 4];
+        out += digits[id[static_cast<unsigned char>(i)] & 0xF];
+    }
+    out += "\",\"grouped\":\"" + Convert::toAString(id) + '"';
+}
+
+template <typename T>
+void appendJsonInteger(std::string& out, HLVError::Param const& param) {
+    T value{};
+    param.getValue(value);
+    out += std::to_string(value);
+}
+
+// The shortest number that reads back with the same bits, always with a point or an exponent.
+template <typename T>
+void appendJsonReal(std::string& out, HLVError::Param const& param) {
+    T value{};
+    param.getValue(value);
+    if (!std::isfinite(value)) {
+        out += std::isnan(value) ? "\"NaN\"" : value < 0 ? "\"-Infinity\"" : "\"Infinity\"";
+        return;
+    }
+    char digits[32];
+    std::string_view const number(
+        digits,
+        static_cast<std::size_t>(std::to_chars(digits, std::end(digits), value).ptr - digits));
+    out += number;
+    out += number.find_first_of(".e") == std::string_view::npos ? ".0" : "";
+}
+
+inline void appendJsonValue(std::string& out, HLVError::Param const& param) {
+    switch (param.getDataType()) {
+    case DT_BOOL: out += param.getData()[0] != 0 ? "true" : "false"; break;
+    case DT_BYTE: appendJsonInteger<unsigned char>(out, param); break;
+    case DT_INT16: appendJsonInteger<short>(out, param); break;
+    case DT_INT32: appendJsonInteger<int>(out, param); break;
+    case DT_INT64: appendJsonInteger<long long>(out, param); break;
+    case DT_UINT16: appendJsonInteger<unsigned short>(out, param); break;
+    case DT_UINT32: appendJsonInteger<unsigned int>(out, param); break;
+    case DT_UINT64:
+    case DT_TICK: appendJsonInteger<unsigned long long>(out, param); break;
+    case DT_FLOAT: appendJsonReal<float>(out, param); break;
+    case DT_DOUBLE: appendJsonReal<double>(out, param); break;
+    case DT_STRING: appendJsonText(out, param.getDataString()); break;
+    case DT_ID:
+    case DT_BINARY16: appendJsonId(out, param.getData()); break;
+    case DT_STRINGRES:
+        appendJsonText(out, param.getDataString());
+        out += ",\"id\":";
+        appendJsonId(out, param.getData());
+        break;
+    case DT_VOID: out += "null"; break;
+    }
+}
+
+inline void appendJsonParam(std::string& out, HLVError::Param const* param) {
+    if (param == nullptr) {
+        out += "null";
+        return;
+    }
+    out += "{\"type\":\"" + Convert::toAString(param->getDataType()) + "\",\"value\":";
+    appendJsonValue(out, *param);
+    out += '}';
+}
+
+inline void appendJsonError(std::string& out, HLVError const& error) {
+    out += "{\"code\":" + std::to_string(error.getCode()) + ",\"params\":[";
+    HLVError::Param const* const params[] = {error.getParam0(), error.getParam1(),
+                                             error.getParam2()};
+    int const count = params[2] != nullptr ? 3 : params[1] != nullptr ? 2 : params[0] != nullptr;
+    for (int i = 0; i < count; ++i) {
+        out += i == 0 ? "" : ",";
+        appendJsonParam(out, params[i]);
+    }
+    out += "]}";
+}
+
+} // namespace detail
+
+/// Writes the chain for programs, newest error first, as one line of JSON with its line end:
+/// @code{.unparsed}
+/// line  := {"chain":[error,...]}
+/// error := {"code":-20,"params":[param,...]}
+/// param := null | {"type":"Int32","value":3}
+/// @endcode
+/// Whatever the stream's flags and locale. The place of a parameter is its number; what is absent
+/// in front of another one is null. The type is the name that `Convert::toAString` gives.
+///
+/// Integers are numbers with all their digits, 64-bit ones too. Floats and doubles are the shortest
+/// number that reads back with the same bits, always with a point or an exponent; not a number and
+/// the infinities are the texts `"NaN"`, `"Infinity"` and `"-Infinity"`. Texts are UTF-8; control
+/// characters are escaped, and a lone surrogate, which many readers refuse, becomes U+FFFD. A
+/// 16-byte value is its hexadecimal form, with the other one as `"grouped"`; a text under an
+/// identifier has that as `"id"` and `"grouped"`. The tag is left out.
+inline std::ostream& writeJson(std::ostream& stream, HLVError const& error) {
+    std::string line = "{\"chain\":[";
+    for (HLVError const* at = &error; at != nullptr && stream; at = at->getPrecedingError()) {
+        line += at == &error ? "" : ",";
+        detail::appendJsonError(line, *at);
+        stream.write(line.data(), static_cast<std::streamsize>(line.size()));
+        line.clear();
+    }
+    return stream.write("]}\n", 3);
+}
+
+} // namespace Halvora
