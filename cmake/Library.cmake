@@ -101,8 +101,7 @@ target_link_options(
         -Wl,--gc-sections
         # ... and across sources, without the linkage table: a fifth of the relocations less.
         -Wl,-Bsymbolic-functions
-        -Wl,-z,relro
-        -Wl,-z,now
         -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map
 )
+halvtypes_harden(HalvTypes)
 halvtypes_warnings(HalvTypes)
