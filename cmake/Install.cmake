@@ -10,6 +10,9 @@ install(
         DESTINATION ${CMAKE_INSTALL_LIBDIR}
         COMPONENT runtime
         NAMELINK_COMPONENT development
+    ARCHIVE
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        COMPONENT development
     FILE_SET HEADERS
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
         COMPONENT development
@@ -74,6 +77,10 @@ file(
 )
 file(RELATIVE_PATH pc_libdir ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
 file(RELATIVE_PATH pc_includedir ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
+set(pc_definitions)
+if(NOT HALVTYPES_SHARED)
+    set(pc_definitions " -DHALVTYPES_STATIC")
+endif()
 configure_file(cmake/halvtypes.pc.in ${PROJECT_BINARY_DIR}/halvtypes.pc @ONLY)
 install(
     FILES ${PROJECT_BINARY_DIR}/halvtypes.pc
@@ -81,29 +88,31 @@ install(
     COMPONENT development
 )
 
-# GDB runs <its data folder>/auto-load/<full path of a library>-gdb.py when it loads the library. The
-# prefix in that path is the one given when installing. The build folder's library has such a file
-# beside it.
-set(gdb_loader $<TARGET_FILE_NAME:HalvTypes>-gdb.py)
-set(gdb_library_dir ${CMAKE_INSTALL_LIBDIR})
-if(NOT IS_ABSOLUTE ${gdb_library_dir})
-    set(gdb_library_dir "\${CMAKE_INSTALL_PREFIX}/${gdb_library_dir}")
-endif()
-install(
-    FILES tools/gdb/auto-load.py
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${gdb_library_dir}
-    RENAME ${gdb_loader}
-    COMPONENT development
-)
 install(
     FILES tools/gdb/halvtypes.py
     DESTINATION ${CMAKE_INSTALL_DATADIR}/halvtypes/gdb
     COMPONENT development
 )
-file(
-    GENERATE
-    OUTPUT $<TARGET_FILE_DIR:HalvTypes>/${gdb_loader}
-    INPUT tools/gdb/auto-load.py
-)
-file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/halvtypes)
-file(CREATE_LINK ${PROJECT_SOURCE_DIR}/tools/gdb ${PROJECT_BINARY_DIR}/halvtypes/gdb SYMBOLIC)
+if(HALVTYPES_SHARED)
+    # GDB runs <its data folder>/auto-load/<full path of a library>-gdb.py when it loads the library.
+    # The prefix in that path is the one given when installing. The build folder's library has such
+    # a file beside it.
+    set(gdb_loader $<TARGET_FILE_NAME:HalvTypes>-gdb.py)
+    set(gdb_library_dir ${CMAKE_INSTALL_LIBDIR})
+    if(NOT IS_ABSOLUTE ${gdb_library_dir})
+        set(gdb_library_dir "\${CMAKE_INSTALL_PREFIX}/${gdb_library_dir}")
+    endif()
+    install(
+        FILES tools/gdb/auto-load.py
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${gdb_library_dir}
+        RENAME ${gdb_loader}
+        COMPONENT development
+    )
+    file(
+        GENERATE
+        OUTPUT $<TARGET_FILE_DIR:HalvTypes>/${gdb_loader}
+        INPUT tools/gdb/auto-load.py
+    )
+    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/halvtypes)
+    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/tools/gdb ${PROJECT_BINARY_DIR}/halvtypes/gdb SYMBOLIC)
+endif()

@@ -57,7 +57,16 @@ set(HALVTYPES_HEADERS
     Halvora/version/KrVersion.h
 )
 
-add_library(HalvTypes SHARED ${HALVTYPES_SOURCES})
+# Shared, unless a build says BUILD_SHARED_LIBS=OFF.
+set(HALVTYPES_SHARED ON)
+if(DEFINED BUILD_SHARED_LIBS AND NOT BUILD_SHARED_LIBS)
+    set(HALVTYPES_SHARED OFF)
+endif()
+if(HALVTYPES_SHARED)
+    add_library(HalvTypes SHARED ${HALVTYPES_SOURCES})
+else()
+    include(${CMAKE_CURRENT_LIST_DIR}/Static.cmake)
+endif()
 add_library(Halvora::HalvTypes ALIAS HalvTypes)
 
 target_sources(

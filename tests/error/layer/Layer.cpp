@@ -5,7 +5,7 @@
 using namespace Halvora;
 
 // A layer in a library of its own: throws, or passes on what the layer below it throws.
-extern "C" HALVTYPES_API void layer(void (*below)()) try {
+extern "C" __attribute__((visibility("default"))) void layer(void (*below)()) try {
     if (below == nullptr) {
         throw HLVErrorException(new HLVError(-42, new HLVError::Param(7)), "made");
     }
