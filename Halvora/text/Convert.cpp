@@ -193,7 +193,7 @@ std::vector<Text>& Convert::_splitQuoted(Text const& text, typename Text::value_
     if (isFieldOf(text, fields)) {
         return _splitQuoted(Text(text), separator, fields);
     }
-    constexpr typename Text::value_type quote = 0x22;
+    constexpr typename Text::value_type quote = '"';
     FieldWriter<Text> writer(fields);
     auto const* const end = text.data() + text.size();
     auto const behind = [end](auto const* found) { return found == end ? end : found + 1; };

@@ -45,15 +45,14 @@ VarChar::VarChar(char const* text) noexcept {
 }
 
 VarChar& VarChar::operator=(VarChar const& other) noexcept {
-    set(&other, *this);
+    std::memmove(static_cast<void*>(this), &other, other.size());
     return *this;
 }
 
 template <typename Char>
 void VarChar::assignText(Char const* text, std::size_t length) noexcept {
-    std::size_t const kept = text == nullptr ? 0 : std::min<std::size_t>(length, maxLength);
-    m_length = static_cast<unsigned short>(kept);
-    detail::convertRun(m_units, text, kept);
+    m_length = static_cast<unsigned short>(std::min<std::size_t>(length, maxLength));
+    detail::convertRun(m_units, text, m_length);
 }
 
 VarChar& VarChar::operator=(std::wstring const& text) noexcept {
@@ -66,11 +65,11 @@ void VarChar::set(char const* text) noexcept {
 }
 
 void VarChar::set(wchar_t const* text, unsigned short length) noexcept {
-    assignText(text, length);
+    assignText(text, text == nullptr ? 0 : length);
 }
 
 void VarChar::assign(char const* text, unsigned short length) noexcept {
-    assignText(text, length);
+    assignText(text, text == nullptr ? 0 : length);
 }
 
 std::wstring VarChar::wstr() const {

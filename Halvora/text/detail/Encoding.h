@@ -7,38 +7,45 @@
 #include <string>
 #include <type_traits>
 
-#include <Halvora/text/detail/Narrowing.h>
+#if defined(__SSE2__) && !defined(__clang__)
+#    include <Halvora/text/detail/PackX86.h>
+#endif
 
 namespace Halvora::detail {
 
+// What stands in narrow text for a character that it does not have.
+inline constexpr unsigned char replacement = 0x20;
+
 // The one rule by which an element of narrow (char), 16-bit (unsigned short) or wide (wchar_t) text
-// becomes an element of another: its unsigned value, cut to 16 bits, or a space where narrow text
-// has no such character.
+// becomes an element of another: its unsigned value, cut to 16 bits, or the replacement where
+// narrow text has no such character.
 template <typename To, typename From>
 constexpr To convertElement(From element) noexcept {
     auto const value = static_cast<std::make_unsigned_t<From>>(element);
     if constexpr (sizeof(To) == 1) {
         // The shift spares an unsigned comparison, which vectors of x86-64 lack.
-        return static_cast<To>((value >> 8) != 0 ? 0x20 : value);
+        return static_cast<To>((value >> 8) != 0 ? replacement : value);
     } else {
         return static_cast<To>(value);
-    }
-}
-
-inline constexpr std::size_t blockLength = 16;
-
-template <typename To, typename From>
-void convertBlock(To* __restrict out, From const* __restrict in) noexcept {
-    for (std::size_t i = 0; i < blockLength; ++i) {
-        out[i] = convertElement<To>(in[i]);
     }
 }
 
 // Converts n elements between buffers that do not overlap. Compilers leave a loop of unknown length
 // scalar at -O2, but not one of exactly 16: the last block ends at n and overlaps the one before.
 template <typename To, typename From>
-[[gnu::always_inline]] inline void convertHere(To* __restrict out, From const* __restrict in,
-                                               std::size_t n) noexcept {
+void convertRun(To* __restrict out, From const* __restrict in, std::size_t n) noexcept {
+    constexpr std::size_t blockLength = 16;
+    auto const convertBlock = [](To* __restrict to, From const* __restrict from) {
+#if defined(__SSE2__) && !defined(__clang__)
+        if constexpr (sizeof(To) == 1) {
+            packBlock(to, from, replacement);
+            return;
+        }
+#endif
+        for (std::size_t i = 0; i < blockLength; ++i) {
+            to[i] = convertElement<To>(from[i]);
+        }
+    };
     if (n < blockLength) {
         for (std::size_t i = 0; i < n; ++i) {
             out[i] = convertElement<To>(in[i]);
@@ -52,17 +59,11 @@ template <typename To, typename From>
     convertBlock(out + last, in + last);
 }
 
-// The same as a call, which takes less code, and at 16 elements a fifth longer.
-template <typename To, typename From>
-void convertRun(To* out, From const* in, std::size_t n) noexcept {
-    convertHere(out, in, n);
-}
-
 inline constexpr std::size_t chunkLength = 256;
 
-// As convertInto, for an output of another length.
+// The slow path of convertInto: an output of another length.
 template <typename String, typename From>
-[[gnu::noinline]] void resizeAndConvert(String& out, From const* in, std::size_t n) {
+[[gnu::noinline]] void convertIntoFallback(String& out, From const* in, std::size_t n) {
     using To = typename String::value_type;
     if (n > out.capacity()) {
         out.clear(); // nothing to carry over into the new buffer
@@ -83,14 +84,14 @@ template <typename String, typename From>
     convertRun(out.data(), in, n);
 }
 
-// Replaces `out` by the conversion of n elements. What a reused output never needs, and the stack
-// frame for it, is a function of its own.
+// Replaces `out` by the conversion of n elements. An output of the right length spares even the
+// call of convertRun.
 template <typename String, typename From>
-void convertInto(String& out, From const* in, std::size_t n) {
+[[gnu::flatten]] void convertInto(String& out, From const* in, std::size_t n) {
     if (n == out.size()) {
-        convertHere(out.data(), in, n);
+        convertRun(out.data(), in, n);
     } else {
-        resizeAndConvert(out, in, n);
+        convertIntoFallback(out, in, n);
     }
 }
 
@@ -104,7 +105,7 @@ String converted(From const* in, std::size_t n) {
         return String(chunk, n);
     }
     String out;
-    resizeAndConvert(out, in, n);
+    convertIntoFallback(out, in, n);
     return out;
 }
 
