@@ -15,6 +15,7 @@
 #include <Halvora/error/List.h>
 #include <Halvora/error/Param.h>
 #include <Halvora/text/Convert.h>
+#include <Halvora/text/CsvReader.h>
 #include <Halvora/text/HLVString.h>
 #include <Halvora/text/ITranslatable.h>
 #include <Halvora/text/ITranslator.h>

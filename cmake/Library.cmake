@@ -42,6 +42,8 @@ set(HALVTYPES_HEADERS
     Halvora/text/ResString.h
     Halvora/text/ResString2.h
     Halvora/text/VarChar.h
+    Halvora/text/CsvReader.h
+    Halvora/text/CsvReaderInline.h
     Halvora/array/HLVArray.h
     Halvora/array/ArrayView.h
     Halvora/error/HLVError.h

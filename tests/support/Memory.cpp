@@ -8,9 +8,13 @@ namespace {
 std::atomic<long> live{0};
 std::atomic<long> made{0};
 std::atomic<long> untilFailure{0};
+std::atomic<std::size_t> largest{0};
 
-bool failsNow() {
+bool failsNow(std::size_t size) {
     ++made;
+    if (size > largest.load(std::memory_order_relaxed)) {
+        largest = size;
+    }
     return untilFailure.load(std::memory_order_relaxed) > 0 && --untilFailure == 0;
 }
 
@@ -26,6 +30,10 @@ long allocations() {
     return made;
 }
 
+std::size_t takeLargestAllocation() {
+    return largest.exchange(0);
+}
+
 void failAllocation(long n) {
     untilFailure = n;
 }
@@ -33,7 +41,7 @@ void failAllocation(long n) {
 } // namespace Halvora::test
 
 void* operator new(std::size_t size) {
-    void* const block = failsNow() ? nullptr : std::malloc(size != 0 ? size : 1);
+    void* const block = failsNow(size) ? nullptr : std::malloc(size != 0 ? size : 1);
     if (block == nullptr) {
         throw std::bad_alloc();
     }
@@ -73,7 +81,7 @@ void* HALVTYPES_REALLOC(void* block, std::size_t size);
 
 // Takes the place of the C library's own for the whole program, shared libraries included.
 void* realloc(void* block, std::size_t size) noexcept {
-    return failsNow() ? nullptr : HALVTYPES_REALLOC(block, size);
+    return failsNow(size) ? nullptr : HALVTYPES_REALLOC(block, size);
 }
 }
 #endif

@@ -9,9 +9,10 @@ namespace Halvora::test {
 // The program's allocations: operator new and realloc (not under the thread sanitizer) are counted
 // and can be made to fail.
 
-long liveBlocks();           // made by operator new and not deleted yet
-long allocations();          // operator new and realloc, since the program's start
-void failAllocation(long n); // the n-th one from now on fails, 1 being the next; 0: none
+long liveBlocks();                   // made by operator new and not deleted yet
+long allocations();                  // operator new and realloc, since the program's start
+std::size_t takeLargestAllocation(); // bytes asked for at once, at most, since the last call
+void failAllocation(long n);         // the n-th one from now on fails, 1 being the next; 0: none
 
 // Runs act(object) on a fresh object from setup(), with its first, second, ... allocation failing,
 // until it no longer meets the failure. After each failure, check(object) looks at what is left,
