@@ -18,6 +18,7 @@
 #    endif
 #endif
 
+/// @cond
 #if defined(_LIBCPP_ABI_VERSION)
 #    define HALVTYPES_STRINGS libcxx
 #    define HALVTYPES_STRINGS_NUMBER 3
@@ -36,6 +37,7 @@
     wants_a_library_built_for_##strings##_and_##bytes##_byte_wchar_t
 #define HALVTYPES_ABI_NAME(strings, bytes) HALVTYPES_ABI_NAME_OF(strings, bytes)
 #define HALVTYPES_ABI HALVTYPES_ABI_NAME(HALVTYPES_STRINGS, __SIZEOF_WCHAR_T__)
+/// @endcond
 
 /// What the library was built for. Nothing here is for a program to use.
 namespace Halvora::abi {

@@ -2,6 +2,7 @@
 
 #include <Halvora/Halvora.h>
 
+#include <algorithm>
 #include <cstring>
 #include <iostream>
 #include <map>
@@ -30,6 +31,12 @@ void types() {
         std::cout << HalvTypes::dataTypeToString(common) << '\n'; // INT32
     }
     //! [HalvTypes]
+
+    //! [Element]
+    unsigned int widest = 0; // the bytes of the widest element that is no text
+    ElementTypes::forEach([&](auto row) { widest = std::max(widest, row.width()); });
+    std::cout << widest << '\n'; // 16
+    //! [Element]
 
     //! [Round]
     std::cout << Round::convert(-2.5) << ' '        // -3: halves away from zero
@@ -90,8 +97,11 @@ void texts() {
     ResString const label(Binary16(7), std::wstring(L"pump"));
     unsigned char packed[18 + 2 * ResString::maxLength];
     std::memcpy(packed, &label, label.size()); // an object begins with its packed form
+
     ResString read;
-    read.set(packed);
+    if (ResString::sizeWithin(packed, label.size()) != 0) { // a whole form stands there
+        read.set(packed);
+    }
     std::cout << read.size() << ' ' << (read == label) << '\n'; // 26 1
     //! [ResString]
 
@@ -118,11 +128,28 @@ void texts() {
     //! [VarChar]
 }
 
+//! [Catalogue]
+constexpr CatalogueRow pumpErrors[] = {
+    {-20, L"pumpFailed",   L"A pump does not start.",    {L"pump"}             },
+    {-10, L"sensorSilent", L"A sensor does not answer.", {L"sensor", L"reason"}},
+};
+
+void report(HLVError const& error) {
+    CatalogueTranslator const translator(catalogue<pumpErrors>, "en");
+    describe(std::cout, error, translator); // pumpFailed (-20): A pump does not start. ...
+    writeJson(std::cout, error);            // {"chain":[{"code":-20, ...
+}
+//! [Catalogue]
+
 void errors() {
+    HLVError::Holder holder(HLVError::create(-10, "north", "no answer"));
+    holder.prepend(-20, 3);
+    report(*holder.getError());
+
     //! [List]
     HLVError::List reports;
-    reports.add(new HLVError(-12, new HLVError::Param("sensor")));
-    reports.add(new HLVError(3));
+    reports.add(HLVError::create(-12, "sensor"));
+    reports.add(HLVError::create(3)); // a warning
     for (HLVError::List::const_iterator at = reports.begin(); !at.end(); ++at) {
         std::cout << (*at)->getCode() << '\n'; // -12, then 3
     }
@@ -130,10 +157,10 @@ void errors() {
 
     //! [HLVErrorException]
     try {
-        throw HLVErrorException(new HLVError(-12), "readSensor");
+        throw HLVErrorException(HLVError::create(-12), "readSensor");
     } catch (HLVErrorException& e) {
-        e.addTrace("startPump"); // then throw on, or
-        HLVError::Holder const keeper(HLVError::copy(e.error()));
+        e.addTrace("startPump");                                  // then throw on, or
+        HLVError::Holder const keeper(HLVError::copy(e.error())); // outlives the exception
         std::cout << keeper << ", by " << e.trace() << '\n';
     }
     //! [HLVErrorException]
