@@ -39,6 +39,7 @@ NAMES = {
     CursorKind.TYPE_ALIAS_DECL,
     CursorKind.TYPE_ALIAS_TEMPLATE_DECL,
 }
+HIDDEN = {"detail", "abi"}
 # What reads well where nothing but Doxygen understands it. The marks of a family (`@name`, `@{`)
 # stand in a comment of their own, so a member that has only those has no contract.
 MARKS = {"@code", "@endcode"}
@@ -66,7 +67,7 @@ def public_names(cursor, files):
         if place and place.name not in files and child.kind != CursorKind.LINKAGE_SPEC:
             continue
         is_private = child.access_specifier == AccessSpecifier.PRIVATE
-        if is_private or child.spelling == "detail":
+        if is_private or child.spelling in HIDDEN:
             continue
         if child.kind in NAMES and is_declared_here(child):
             yield child
