@@ -42,9 +42,10 @@
 /// What the library was built for. Nothing here is for a program to use.
 namespace Halvora::abi {
 
+/// Whose size tells whether structures are packed.
 struct Probe {
-    char first;
-    int second;
+    char first; ///< one byte
+    int second; ///< behind three bytes of fill, unless structures are packed
 };
 static_assert(sizeof(Probe) == 2 * sizeof(int),
               "HalvTypes: structures are packed here (-fpack-struct or #pragma pack), those of the "

@@ -1,4 +1,5 @@
-# Two components: `runtime` is what a program needs to run, `development` what building one takes.
+# The components: `runtime` is what a program needs to run and a debugger to show it, `development`
+# what building one takes, `tools` the programs.
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/HalvTypes)
@@ -88,10 +89,12 @@ install(
     COMPONENT development
 )
 
+# Each major version has printers of its own.
+set(gdb_home halvtypes${PROJECT_VERSION_MAJOR}/gdb)
 install(
     FILES tools/gdb/halvtypes.py
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/halvtypes/gdb
-    COMPONENT development
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/${gdb_home}
+    COMPONENT $<IF:$<BOOL:${HALVTYPES_SHARED}>,runtime,development>
 )
 if(HALVTYPES_SHARED)
     # GDB runs <its data folder>/auto-load/<full path of a library>-gdb.py when it loads the library.
@@ -106,13 +109,13 @@ if(HALVTYPES_SHARED)
         FILES tools/gdb/auto-load.py
         DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${gdb_library_dir}
         RENAME ${gdb_loader}
-        COMPONENT development
+        COMPONENT runtime
     )
     file(
         GENERATE
         OUTPUT $<TARGET_FILE_DIR:HalvTypes>/${gdb_loader}
         INPUT tools/gdb/auto-load.py
     )
-    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/halvtypes)
-    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/tools/gdb ${PROJECT_BINARY_DIR}/halvtypes/gdb SYMBOLIC)
+    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/halvtypes${PROJECT_VERSION_MAJOR})
+    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/tools/gdb ${PROJECT_BINARY_DIR}/${gdb_home} SYMBOLIC)
 endif()

@@ -1,5 +1,5 @@
 # GDB runs this file when it loads the library whose name it bears. The printers lie in
-# halvtypes/gdb, in the folder of this file or in one above it: in share/ after installation.
+# halvtypes3/gdb, in the folder of this file or in one above it: in share/ after installation.
 import os
 import sys
 
@@ -8,11 +8,11 @@ import gdb
 
 def _load():
     folder = os.path.dirname(os.path.abspath(__file__))
-    while not os.path.exists(os.path.join(folder, "halvtypes", "gdb", "halvtypes.py")):
+    while not os.path.exists(os.path.join(folder, "halvtypes3", "gdb", "halvtypes.py")):
         if folder == os.path.dirname(folder):
             return
         folder = os.path.dirname(folder)
-    home = os.path.join(folder, "halvtypes", "gdb")
+    home = os.path.join(folder, "halvtypes3", "gdb")
     if home not in sys.path:
         sys.path.insert(0, home)
     # A debugger run by root must leave no byte code where a package manager does not know it.
