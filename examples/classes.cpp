@@ -93,6 +93,18 @@ void texts() {
     std::cout << fields.size() << ' ' << Convert::toAString(fields[2]) << '\n'; // 3 running
     //! [Convert]
 
+    //! [CsvReader]
+    CsvReader reader("pump,\"3, north\"\nval\"ve,4\n");
+    reader.onFault([](CsvReader::Fault const& fault) {
+        std::cout << "line " << fault.line << ", column " << fault.column << ": " << fault.what()
+                  << '\n';
+    });
+    for (std::vector<std::string> record; reader.next(record);) {
+        std::cout << record.size() << " fields, the last: " << record.back() << '\n';
+    }
+    std::cout << reader.counts().records << " record, " << reader.counts().faults << " fault\n";
+    //! [CsvReader]
+
     //! [ResString]
     ResString const label(Binary16(7), std::wstring(L"pump"));
     unsigned char packed[18 + 2 * ResString::maxLength];

@@ -77,10 +77,10 @@ def public_names(cursor, files):
 
 def faults_of_text(comment):
     """What an editor would show with marks and escapes in it."""
+    for escaped in re.findall(r"\\[<>@#$%&]", comment):
+        yield f"escapes a character: {escaped}"
     text = re.sub(r"@code.*?@endcode", "", comment, flags=re.DOTALL)
     text = re.sub(r"`[^`]*`", "", text)
-    for escaped in re.findall(r"\\[^\s\w]", text):
-        yield f"escapes a character: {escaped}"
     for mark in re.findall(r"(?<![\w@])[@\\](?:[a-z]+|[{}])", text):
         if mark not in MARKS:
             yield f"holds a command that an editor shows as it is: {mark}"

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Do the pages hold what they promise: links, code, output, pictures, search?
+"""Do the pages hold what they promise: links, code, output, pictures, samples, search?
 
     check_pages.py <root> <html folder>
 
@@ -108,6 +108,24 @@ def classes(pages):
             yield f"{name}: no sample"
 
 
+def escapes(pages):
+    """What was meant for Doxygen and is shown instead."""
+    for name, page in pages.items():
+        text = "" if "_source" in name else page.path.read_text(encoding="utf-8")
+        text = re.sub(r'<(div class="line"|pre|script)\b.*?</', "", text, flags=re.DOTALL)
+        for escaped in re.findall(r"\\(?:&lt;|&gt;|&amp;|[@#$%])", text):
+            yield f"{name}: shows an escape: {escaped}"
+
+
+def orphans(guide):
+    """Each page of the guide is found from another one."""
+    texts = {page: page.read_text(encoding="utf-8") for page in guide}
+    for page in guide:
+        others = "".join(text for other, text in texts.items() if other != page)
+        if page.name != "README.md" and f"{page.name})" not in others:
+            yield f"{page.name}: no other page leads here"
+
+
 def search(html):
     index = (html / "search" / "search.js").read_text(encoding="utf-8")
     entries = [line for line in index.split("\n") if re.match(r'\["', line)]
@@ -123,13 +141,14 @@ def main():
     root, html = (Path(argument).resolve() for argument in sys.argv[1:3])
     guide = guide_pages(root)
     pages = {path.name: Page(path) for path in sorted(html.glob("*.html"))}
-    escaped = re.compile(r"\\[<>@#%$&\"]")
     faults = [
         *links_of_markdown(guide),
         *links_of_html(pages, html),
         *code_and_output(guide, root),
         *pictures(root / "docs" / "pictures"),
         *classes(pages),
+        *escapes(pages),
+        *orphans(guide),
         *search(html),
     ]
     print("\n".join(faults) if faults else f"{len(guide)} pages of the guide, {len(pages)} of HTML")
