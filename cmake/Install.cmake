@@ -91,10 +91,14 @@ install(
 
 # Each major version has printers of its own.
 set(gdb_home halvtypes${PROJECT_VERSION_MAJOR}/gdb)
+set(gdb_component development)
+if(HALVTYPES_SHARED)
+    set(gdb_component runtime)
+endif()
 install(
     FILES tools/gdb/halvtypes.py
     DESTINATION ${CMAKE_INSTALL_DATADIR}/${gdb_home}
-    COMPONENT $<IF:$<BOOL:${HALVTYPES_SHARED}>,runtime,development>
+    COMPONENT ${gdb_component}
 )
 if(HALVTYPES_SHARED)
     # GDB runs <its data folder>/auto-load/<full path of a library>-gdb.py when it loads the library.
