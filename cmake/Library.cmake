@@ -4,6 +4,7 @@
 set(HALVTYPES_SOURCES
     Halvora/version/KrVersion.cpp
     Halvora/array/HLVArray.cpp
+    Halvora/array/HLVArrayTyped.cpp
     Halvora/error/HLVError.cpp
     Halvora/error/Param.cpp
     Halvora/error/Holder.cpp

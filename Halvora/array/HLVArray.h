@@ -3,6 +3,7 @@
 #include <Halvora/Export.h>
 #include <Halvora/text/ResString.h>
 #include <Halvora/types/Binary16.h>
+#include <Halvora/types/ElementTypes.h>
 #include <Halvora/types/HalvTypes.h>
 #include <Halvora/types/ResultCodes.h>
 
@@ -13,258 +14,316 @@
 
 namespace Halvora {
 
-// An indexable sequence of at most 65,535 values of one data type, the element type. Fixed-width
-// elements lie back to back in one block of raw bytes; texts (DT_STRING, DT_STRINGRES) are objects.
-// Values are never converted between types.
-//
-// Operations that report an int give 0, or a code of ResultCodes.h and leave the array unchanged.
-// The codes are tested in this order: an empty run succeeds, index or range (ERR_OUT_OF_RANGE),
-// type (ERR_WRONG_TYPE), null pointer (ERR_NULL_POINTER); an append tests the type, then whether
-// the result would pass 65,535 elements (ERR_OUT_OF_RANGE). A failed allocation is std::bad_alloc:
-// init then leaves the array empty, every other operation leaves it as it was. A value or run that
-// lies inside the array itself may be given to every operation.
-//
-// The storage holds exactly the elements, without spare capacity, so each append of a text moves
-// them all: init the array and set its elements instead. While the array holds no storage, an
-// append adopts the type of its value; once it holds storage, even of no element after removeRange,
-// values of other types are refused.
-//
-// An array belongs to one thread at a time; operations that only read may run side by side.
+/// An indexable sequence of at most 65,535 values of one data type, the element type. Numbers and
+/// 16-byte values lie back to back in one block of raw bytes; texts are objects. Values are never
+/// converted between types.
+///
+/// Operations that report an `int` give 0, or a code of ResultCodes.h and leave the array
+/// unchanged. The codes are tested in this order: an empty run succeeds, index or range
+/// (`ERR_OUT_OF_RANGE`), type (`ERR_WRONG_TYPE`), null pointer (`ERR_NULL_POINTER`); an append
+/// tests the type, then whether the result would pass 65,535 elements (`ERR_OUT_OF_RANGE`). A
+/// failed allocation is `std::bad_alloc`: `init` then leaves the array empty, every other operation
+/// leaves it as it was. A value or run that lies inside the array itself may be given to every
+/// operation.
+///
+/// The storage holds exactly the elements, without spare capacity, so each append of a text moves
+/// them all: `init` the array and set its elements instead. While the array holds no storage, an
+/// append adopts the type of its value; once it holds storage, even of no element after
+/// `removeRange`, values of other types are refused.
+///
+/// An array belongs to one thread at a time; operations that only read may run side by side.
 class HALVTYPES_API HLVArray {
 public:
-    // An empty array without storage. The type is not tested; DT_VOID and unknown types are kept
-    // until an append replaces them.
+    /// An empty array without storage. `type` is not tested: `DT_VOID` and unknown types are kept
+    /// until an append replaces them.
     explicit HLVArray(eDataType type) noexcept;
 
-    // One element. `long` counts as the integer of its width.
-    explicit HLVArray(bool value);
-    explicit HLVArray(unsigned char value);
-    explicit HLVArray(short value);
-    explicit HLVArray(int value);
-    explicit HLVArray(long value);
-    explicit HLVArray(long long const& value);
-    explicit HLVArray(unsigned short value);
-    explicit HLVArray(unsigned int value);
-    explicit HLVArray(unsigned long value);
-    explicit HLVArray(unsigned long long const& value);
-    explicit HLVArray(float const& value);
-    explicit HLVArray(double const& value);
-    explicit HLVArray(Binary16 const& value); // DT_BINARY16
-    explicit HLVArray(std::wstring const& value);
-    explicit HLVArray(ResString const& value);
+    /// @name One element
+    /// The element type is that of the value's C++ type; `Binary16` gives `DT_BINARY16`.
+    /// @{
+    explicit HLVArray(bool value);                      ///< `DT_BOOL`.
+    explicit HLVArray(unsigned char value);             ///< `DT_BYTE`.
+    explicit HLVArray(short value);                     ///< `DT_INT16`.
+    explicit HLVArray(int value);                       ///< `DT_INT32`.
+    explicit HLVArray(long long const& value);          ///< `DT_INT64`.
+    explicit HLVArray(unsigned short value);            ///< `DT_UINT16`.
+    explicit HLVArray(unsigned int value);              ///< `DT_UINT32`.
+    explicit HLVArray(unsigned long long const& value); ///< `DT_UINT64`.
+    explicit HLVArray(float const& value);              ///< `DT_FLOAT`.
+    explicit HLVArray(double const& value);             ///< `DT_DOUBLE`.
+    explicit HLVArray(Binary16 const& value);           ///< `DT_BINARY16`.
+    explicit HLVArray(std::wstring const& value);       ///< `DT_STRING`.
+    explicit HLVArray(ResString const& value);          ///< `DT_STRINGRES`.
     template <typename T>
-    explicit HLVArray(T*) = delete; // a pointer is no bool
+    explicit HLVArray(T*) = delete; ///< A pointer is no `bool`.
     template <typename T, typename Class>
-    explicit HLVArray(T Class::*) = delete;
-    explicit HLVArray(std::nullptr_t) = delete;
+    explicit HLVArray(T Class::*) = delete;     ///< A pointer to a member neither.
+    explicit HLVArray(std::nullptr_t) = delete; ///< Nor null.
+    /// @}
 
-    // `count` elements. Null gives an empty array of the type, whatever the count.
-    HLVArray(unsigned short count, bool const* values);
-    HLVArray(unsigned short count, unsigned char const* values);
-    HLVArray(unsigned short count, short const* values);
-    HLVArray(unsigned short count, int const* values);
-    HLVArray(unsigned short count, long const* values);
-    HLVArray(unsigned short count, long long const* values);
-    HLVArray(unsigned short count, unsigned short const* values);
-    HLVArray(unsigned short count, unsigned int const* values);
-    HLVArray(unsigned short count, unsigned long const* values);
-    HLVArray(unsigned short count, unsigned long long const* values);
-    HLVArray(unsigned short count, float const* values);
-    HLVArray(unsigned short count, double const* values);
-    HLVArray(unsigned short count, Binary16 const* values); // DT_BINARY16
-    HLVArray(unsigned short count, std::wstring const* values);
-    HLVArray(unsigned short count, ResString const* values);
+    /// @name A run of elements
+    /// Copies of the `count` elements that `values` points to. Null gives an empty array of the
+    /// type, whatever the count.
+    /// @{
+    HLVArray(unsigned short count, bool const* values);               ///< `DT_BOOL`.
+    HLVArray(unsigned short count, unsigned char const* values);      ///< `DT_BYTE`.
+    HLVArray(unsigned short count, short const* values);              ///< `DT_INT16`.
+    HLVArray(unsigned short count, int const* values);                ///< `DT_INT32`.
+    HLVArray(unsigned short count, long long const* values);          ///< `DT_INT64`.
+    HLVArray(unsigned short count, unsigned short const* values);     ///< `DT_UINT16`.
+    HLVArray(unsigned short count, unsigned int const* values);       ///< `DT_UINT32`.
+    HLVArray(unsigned short count, unsigned long long const* values); ///< `DT_UINT64`.
+    HLVArray(unsigned short count, float const* values);              ///< `DT_FLOAT`.
+    HLVArray(unsigned short count, double const* values);             ///< `DT_DOUBLE`.
+    HLVArray(unsigned short count, Binary16 const* values);           ///< `DT_BINARY16`.
+    HLVArray(unsigned short count, std::wstring const* values);       ///< `DT_STRING`.
+    HLVArray(unsigned short count, ResString const* values);          ///< `DT_STRINGRES`.
+    /// @}
 
-    // As the constructors, with element type DT_ID or DT_TICK.
-    static HLVArray createID(Binary16 const& value);
-    static HLVArray createID(unsigned short count, Binary16 const* values);
-    static HLVArray createTick(unsigned long long const& value);
+    /// @name Ticks and identifiers
+    /// As the constructors, but with the element type that shares its C++ type with another.
+    /// @{
+    static HLVArray createID(Binary16 const& value);                        ///< One `DT_ID`.
+    static HLVArray createID(unsigned short count, Binary16 const* values); ///< A run of `DT_ID`.
+    static HLVArray createTick(unsigned long long const& value);            ///< One `DT_TICK`.
+    /// A run of `DT_TICK`.
     static HLVArray createTick(unsigned short count, unsigned long long const* values);
+    /// @}
 
-    // Copies are deep and hold exactly the elements. A moved-from array is an empty one of its type
-    // without storage.
-    HLVArray(HLVArray const& other);
-    HLVArray(HLVArray&& other) noexcept;
-    HLVArray& operator=(HLVArray const& other);
-    HLVArray& operator=(HLVArray&& other) noexcept;
-    virtual ~HLVArray();
-    void swap(HLVArray& other) noexcept; // nothing is copied
-    friend void swap(HLVArray& a, HLVArray& b) noexcept { a.swap(b); }
+    /// @name Copies
+    /// Copies are deep and hold exactly the elements. A moved-from array is an empty one of its
+    /// type without storage.
+    /// @{
+    HLVArray(HLVArray const& other);                ///< A copy.
+    HLVArray(HLVArray&& other) noexcept;            ///< Takes over the storage of `other`.
+    HLVArray& operator=(HLVArray const& other);     ///< Becomes a copy.
+    HLVArray& operator=(HLVArray&& other) noexcept; ///< As `moveFrom`; `other` keeps its type.
+    virtual ~HLVArray();                            ///< Destroys the elements.
+    void swap(HLVArray& other) noexcept;            ///< Nothing is copied.
+    friend void swap(HLVArray& a, HLVArray& b) noexcept { a.swap(b); } ///< As the member.
+    /// @}
 
-    // whole contents
+    /// @name The whole contents
+    /// @{
 
-    // Becomes an empty array of `type` without storage.
+    /// Becomes an empty array of `type` without storage. The type is not tested.
     void clear(eDataType type) noexcept;
 
-    // Becomes `count` zero or empty elements of `type`. Always 0; DT_VOID and unknown types change
-    // nothing.
+    /// Becomes `count` zero or empty elements of `type`. Always 0; `DT_VOID` and unknown types
+    /// change nothing.
     int init(unsigned short count, eDataType type);
 
-    // Takes over the source's type, elements and storage; the source is left empty with `type`. An
-    // array that is its own source stays as it is.
+    /// Takes over the type, elements and storage of `source`, which is left empty with `type`. An
+    /// array that is its own source stays as it is.
     void moveFrom(HLVArray& source, eDataType type) noexcept;
 
-    // Appends the other array's elements; adding an array to itself doubles it. Also an empty array
-    // of another type is refused.
+    /// Appends the elements of `other`; an array added to itself doubles. An empty array of another
+    /// type is refused too.
     int add(HLVArray const& other);
 
-    // Removes `count` elements from `start` on. The storage is not shrunk.
+    /// Removes `count` elements from `start` on. The storage is not shrunk.
     int removeRange(unsigned short start, unsigned short count);
+    /// @}
 
-    // setters: overwrite one element
-
-    int setBool(unsigned short index, bool value);
+    /// @name Setters
+    /// Overwrite the element at `index`: `ERR_OUT_OF_RANGE` where there is none, `ERR_WRONG_TYPE`
+    /// in an array of another type.
+    /// @{
+    int setBool(unsigned short index, bool value); ///< Sets a `DT_BOOL`.
     template <typename T>
-    int setBool(unsigned short, T*) = delete; // a pointer is no bool
-    int setByte(unsigned short index, unsigned char value);
-    int setInt16(unsigned short index, short value);
-    int setInt32(unsigned short index, int value);
-    int setInt64(unsigned short index, long long const& value);
-    int setUInt16(unsigned short index, unsigned short value);
-    int setUInt32(unsigned short index, unsigned int value);
-    int setUInt64(unsigned short index, unsigned long long const& value);
-    int setFloat(unsigned short index, float const& value);
-    int setDouble(unsigned short index, double const& value);
-    int setTick(unsigned short index, unsigned long long const& value);
-    int setID(unsigned short index, Binary16 const& value);
-    int setBin16(unsigned short index, Binary16 const& value);
-    int setString(unsigned short index, std::wstring const& value);
-    int setResString(unsigned short index, ResString const& value);
+    int setBool(unsigned short, T*) = delete;                   ///< A pointer is no `bool`.
+    int setByte(unsigned short index, unsigned char value);     ///< Sets a `DT_BYTE`.
+    int setInt16(unsigned short index, short value);            ///< Sets a `DT_INT16`.
+    int setInt32(unsigned short index, int value);              ///< Sets a `DT_INT32`.
+    int setInt64(unsigned short index, long long const& value); ///< Sets a `DT_INT64`.
+    int setUInt16(unsigned short index, unsigned short value);  ///< Sets a `DT_UINT16`.
+    int setUInt32(unsigned short index, unsigned int value);    ///< Sets a `DT_UINT32`.
+    int setUInt64(unsigned short index, unsigned long long const& value); ///< Sets a `DT_UINT64`.
+    int setFloat(unsigned short index, float const& value);               ///< Sets a `DT_FLOAT`.
+    int setDouble(unsigned short index, double const& value);             ///< Sets a `DT_DOUBLE`.
+    int setTick(unsigned short index, unsigned long long const& value);   ///< Sets a `DT_TICK`.
+    int setID(unsigned short index, Binary16 const& value);               ///< Sets a `DT_ID`.
+    int setBin16(unsigned short index, Binary16 const& value);            ///< Sets a `DT_BINARY16`.
+    int setString(unsigned short index, std::wstring const& value);       ///< Sets a `DT_STRING`.
+    int setResString(unsigned short index, ResString const& value); ///< Sets a `DT_STRINGRES`.
+    /// @}
 
-    // adders: append one element
-
-    int addBool(bool value);
+    /// @name Adders
+    /// Append one element: `ERR_WRONG_TYPE` to an array that holds storage of another type,
+    /// `ERR_OUT_OF_RANGE` to one of 65,535 elements.
+    /// @{
+    int addBool(bool value); ///< Appends a `DT_BOOL`.
     template <typename T>
-    int addBool(T*) = delete; // a pointer is no bool
-    int addByte(unsigned char value);
-    int addInt16(short value);
-    int addInt32(int value);
-    int addInt64(long long const& value);
-    int addUInt16(unsigned short value);
-    int addUInt32(unsigned int value);
-    int addUInt64(unsigned long long const& value);
-    int addFloat(float const& value);
-    int addDouble(double const& value);
-    int addTick(unsigned long long const& value);
-    int addID(Binary16 const& value);
-    int addBin16(Binary16 const& value);
-    int addString(std::wstring const& value);
-    int addResString(ResString const& value);
+    int addBool(T*) = delete;                       ///< A pointer is no `bool`.
+    int addByte(unsigned char value);               ///< Appends a `DT_BYTE`.
+    int addInt16(short value);                      ///< Appends a `DT_INT16`.
+    int addInt32(int value);                        ///< Appends a `DT_INT32`.
+    int addInt64(long long const& value);           ///< Appends a `DT_INT64`.
+    int addUInt16(unsigned short value);            ///< Appends a `DT_UINT16`.
+    int addUInt32(unsigned int value);              ///< Appends a `DT_UINT32`.
+    int addUInt64(unsigned long long const& value); ///< Appends a `DT_UINT64`.
+    int addFloat(float const& value);               ///< Appends a `DT_FLOAT`.
+    int addDouble(double const& value);             ///< Appends a `DT_DOUBLE`.
+    int addTick(unsigned long long const& value);   ///< Appends a `DT_TICK`.
+    int addID(Binary16 const& value);               ///< Appends a `DT_ID`.
+    int addBin16(Binary16 const& value);            ///< Appends a `DT_BINARY16`.
+    int addString(std::wstring const& value);       ///< Appends a `DT_STRING`; moves all texts.
+    int addResString(ResString const& value);       ///< Appends a `DT_STRINGRES`; moves all texts.
+    /// @}
 
-    // range setters: overwrite `count` elements from `start` on
-
+    /// @name Range setters
+    /// Overwrite the `count` elements from `start` on by those that `values` points to, all or
+    /// none. No element at all succeeds; then `ERR_OUT_OF_RANGE`, `ERR_WRONG_TYPE`,
+    /// `ERR_NULL_POINTER`.
+    /// @{
+    /// Overwrites a run of `DT_BOOL`.
     int setRangeBool(unsigned short start, unsigned short count, bool const* values);
+    /// Overwrites a run of `DT_BYTE`.
     int setRangeByte(unsigned short start, unsigned short count, unsigned char const* values);
+    /// Overwrites a run of `DT_INT16`.
     int setRangeInt16(unsigned short start, unsigned short count, short const* values);
+    /// Overwrites a run of `DT_INT32`.
     int setRangeInt32(unsigned short start, unsigned short count, int const* values);
+    /// Overwrites a run of `DT_INT64`.
     int setRangeInt64(unsigned short start, unsigned short count, long long const* values);
+    /// Overwrites a run of `DT_UINT16`.
     int setRangeUInt16(unsigned short start, unsigned short count, unsigned short const* values);
+    /// Overwrites a run of `DT_UINT32`.
     int setRangeUInt32(unsigned short start, unsigned short count, unsigned int const* values);
+    /// Overwrites a run of `DT_UINT64`.
     int setRangeUInt64(unsigned short start, unsigned short count,
                        unsigned long long const* values);
+    /// Overwrites a run of `DT_FLOAT`.
     int setRangeFloat(unsigned short start, unsigned short count, float const* values);
+    /// Overwrites a run of `DT_DOUBLE`.
     int setRangeDouble(unsigned short start, unsigned short count, double const* values);
+    /// Overwrites a run of `DT_TICK`.
     int setRangeTick(unsigned short start, unsigned short count, unsigned long long const* values);
+    /// Overwrites a run of `DT_ID`.
     int setRangeID(unsigned short start, unsigned short count, Binary16 const* values);
+    /// Overwrites a run of `DT_BINARY16`.
     int setRangeBin16(unsigned short start, unsigned short count, Binary16 const* values);
+    /// Overwrites a run of `DT_STRING`.
     int setRangeString(unsigned short start, unsigned short count, std::wstring const* values);
+    /// Overwrites a run of `DT_STRINGRES`.
     int setRangeResString(unsigned short start, unsigned short count, ResString const* values);
+    /// @}
 
-    // getters: the number of elements and a pointer to the first, null without storage. Another
-    // element type gives ERR_WRONG_TYPE and leaves both outputs. The pointer reads the array's own
-    // elements and is valid until the array is next changed or destroyed.
-
-    int getBool(unsigned short& count, bool const*& values) const;
+    /// @name Getters
+    /// The number of elements and a pointer to the first, null without storage. In an array of
+    /// another type the result is `ERR_WRONG_TYPE`, and both outputs keep their values. The
+    /// elements stay the array's own, at this place until it is next changed or destroyed.
+    /// @{
+    int getBool(unsigned short& count, bool const*& values) const; ///< Reads `DT_BOOL`.
+    /// Reads `DT_BYTE`.
     int getByte(unsigned short& count, unsigned char const*& values) const;
-    int getInt16(unsigned short& count, short const*& values) const;
-    int getInt32(unsigned short& count, int const*& values) const;
-    int getInt64(unsigned short& count, long long const*& values) const;
+    int getInt16(unsigned short& count, short const*& values) const;     ///< Reads `DT_INT16`.
+    int getInt32(unsigned short& count, int const*& values) const;       ///< Reads `DT_INT32`.
+    int getInt64(unsigned short& count, long long const*& values) const; ///< Reads `DT_INT64`.
+    /// Reads `DT_UINT16`.
     int getUInt16(unsigned short& count, unsigned short const*& values) const;
+    /// Reads `DT_UINT32`.
     int getUInt32(unsigned short& count, unsigned int const*& values) const;
+    /// Reads `DT_UINT64`.
     int getUInt64(unsigned short& count, unsigned long long const*& values) const;
-    int getFloat(unsigned short& count, float const*& values) const;
-    int getDouble(unsigned short& count, double const*& values) const;
+    int getFloat(unsigned short& count, float const*& values) const;   ///< Reads `DT_FLOAT`.
+    int getDouble(unsigned short& count, double const*& values) const; ///< Reads `DT_DOUBLE`.
+    /// Reads `DT_TICK`.
     int getTick(unsigned short& count, unsigned long long const*& values) const;
-    int getID(unsigned short& count, Binary16 const*& values) const;
-    int getBin16(unsigned short& count, Binary16 const*& values) const;
+    int getID(unsigned short& count, Binary16 const*& values) const;    ///< Reads `DT_ID`.
+    int getBin16(unsigned short& count, Binary16 const*& values) const; ///< Reads `DT_BINARY16`.
+    /// Reads `DT_STRING`.
     int getString(unsigned short& count, std::wstring const*& values) const;
+    /// Reads `DT_STRINGRES`.
     int getResString(unsigned short& count, ResString const*& values) const;
+    /// @}
 
-    // The element type, the number of elements, their size in bytes (0 for texts), and the storage
-    // of fixed-width elements (null for texts).
+    /// The element type.
     eDataType getDataType() const noexcept { return m_type; }
+    /// The number of elements.
     unsigned short getCount() const noexcept { return m_count; }
+    /// The size of all elements in bytes; 0 for texts.
     unsigned int getByteSize() const noexcept { return m_byteSize; }
+    /// The elements as the getters give them, but null for texts.
     void const* getData() const noexcept;
 
+    /// A new array with a copy of the element at `index`; an empty `DT_BYTE` array if there is
+    /// none.
+    HLVArray operator[](unsigned short index) const;
+
+    /// Equal types and elements. Numbers and 16-byte values are compared byte by byte, so 0.0 and
+    /// -0.0 differ and equal NaN patterns do not; resource strings by their own equality.
+    bool operator==(HLVArray const& other) const noexcept;
+    /// Not equal.
+    bool operator!=(HLVArray const& other) const noexcept { return !(*this == other); }
+
+    /// @name `long`
+    /// Taken as the integer of its width.
+    /// @{
+    explicit HLVArray(long value);                               ///< `DT_INT64`.
+    explicit HLVArray(unsigned long value);                      ///< `DT_UINT64`.
+    HLVArray(unsigned short count, long const* values);          ///< A run of `DT_INT64`.
+    HLVArray(unsigned short count, unsigned long const* values); ///< A run of `DT_UINT64`.
 #if __SIZEOF_LONG__ == 8
-    // The same for `long`, which is what std::int64_t and std::uint64_t are here. Templates, so
-    // that a null pointer stays unambiguous.
+    // Templates, so that a null pointer stays unambiguous.
+    /// A run of `DT_TICK`.
     template <typename T, typename = std::enable_if_t<std::is_same_v<T, unsigned long>>>
     static HLVArray createTick(unsigned short count, T const* values) {
         return createTick(count, reinterpret_cast<unsigned long long const*>(values));
     }
+    /// Overwrites a run of `DT_INT64`.
     template <typename T, typename = std::enable_if_t<std::is_same_v<T, long>>>
     int setRangeInt64(unsigned short start, unsigned short count, T const* values) {
         return setRangeInt64(start, count, reinterpret_cast<long long const*>(values));
     }
+    /// Overwrites a run of `DT_UINT64`.
     template <typename T, typename = std::enable_if_t<std::is_same_v<T, unsigned long>>>
     int setRangeUInt64(unsigned short start, unsigned short count, T const* values) {
         return setRangeUInt64(start, count, reinterpret_cast<unsigned long long const*>(values));
     }
+    /// Overwrites a run of `DT_TICK`.
     template <typename T, typename = std::enable_if_t<std::is_same_v<T, unsigned long>>>
     int setRangeTick(unsigned short start, unsigned short count, T const* values) {
         return setRangeTick(start, count, reinterpret_cast<unsigned long long const*>(values));
     }
+    /// Reads `DT_INT64`.
     int getInt64(unsigned short& count, long const*& values) const {
         return getAs<long long>(&HLVArray::getInt64, count, values);
     }
+    /// Reads `DT_UINT64`.
     int getUInt64(unsigned short& count, unsigned long const*& values) const {
         return getAs<unsigned long long>(&HLVArray::getUInt64, count, values);
     }
+    /// Reads `DT_TICK`.
     int getTick(unsigned short& count, unsigned long const*& values) const {
         return getAs<unsigned long long>(&HLVArray::getTick, count, values);
     }
 #endif
-
-    // A new array with a copy of one element; an empty DT_BYTE array where there is none.
-    HLVArray operator[](unsigned short index) const;
-
-    // Equal types and elements. Fixed-width elements are compared byte by byte, so 0.0 and -0.0
-    // differ and equal NaN patterns do not; resource strings by their own equality.
-    bool operator==(HLVArray const& other) const noexcept;
-    bool operator!=(HLVArray const& other) const noexcept {
-        return !(*this == other);
-    }
+    /// @}
 
 protected:
-    // The operations on fixed-width elements that the typed ones stand on. `width` is the element
-    // width of `type` in bytes; another width, like a type that has none, is ERR_WRONG_TYPE.
+    /// @name Fixed width
+    /// What the typed operations stand on. `width` is the size of a value of `type` in bytes;
+    /// another width, like a type that has none, is `ERR_WRONG_TYPE`.
+    /// @{
 
-    // As init.
+    /// As `init`.
     int _init(unsigned short count, eDataType type, unsigned int width);
+    /// Appends the element that `value` points to.
     int _add(void const* value, eDataType type, unsigned int width);
-    // Replaces the contents, in the storage at hand, which is not shrunk, when the type is the same
-    // and the count does not grow. The null pointer is tested first. On a failed allocation the
-    // array is empty and keeps its type.
+    /// Becomes a copy of `count` elements, in the storage at hand, which is not shrunk, when the
+    /// type is the same and the count does not grow. The null pointer is tested first. On a failed
+    /// allocation the array is empty and keeps its type.
     int _set(unsigned short count, void const* values, eDataType type, unsigned int width);
+    /// Overwrites the element at `index`.
     int _setIndex(unsigned short index, void const* value, eDataType type, unsigned int width);
+    /// Overwrites `count` elements from `start` on.
     int _setRange(unsigned short start, unsigned short count, void const* values, eDataType type,
                   unsigned int width);
+    /// @}
 
 private:
-    struct Rows;
-
-    template <typename Row>
-    void build(unsigned short count, typename Row::Value const* values);
-    template <typename Row>
-    int setElement(unsigned short index, typename Row::Value const& value);
-    template <typename Row>
-    int addElement(typename Row::Value const& value);
-    template <typename Row>
-    int setElements(unsigned short start, unsigned short count, typename Row::Value const* values);
-    template <typename Row>
-    int getElements(unsigned short& count, typename Row::Value const*& values) const;
+    struct Core; // what the operations have in common
 
     // Through the getter of the type's twin of the same width.
     template <typename Twin, typename T>
@@ -278,11 +337,6 @@ private:
         return result;
     }
 
-    template <unsigned int Width>
-    int append(void const* value, eDataType type);
-    template <unsigned int Width>
-    int appendToNewBlock(void const* value, eDataType type);
-
     void release() noexcept;
     void adopt(void* data, eDataType type, std::size_t count, std::size_t byteSize) noexcept;
 
@@ -290,16 +344,17 @@ private:
     unsigned short m_count = 0;
     bool m_mayHoldMore = false; // the storage, than the elements
     unsigned int m_byteSize = 0;
-    void* m_data = nullptr;
+    void* m_data = nullptr; // of a detail::RawBlock, or of a detail::TextBlock of the type's texts
 };
 
 } // namespace Halvora
 
 namespace std {
 
-// "<count>; <type number>", by the stream's own integer output. In this namespace, so that every
-// user of a stream finds it.
+/// Writes `<count>; <number of the type>` by the stream's own integer output. In this namespace, so
+/// that every user of a stream finds it.
 HALVTYPES_API ostream& operator<<(ostream& stream, Halvora::HLVArray const& array);
+/// The same for wide streams.
 HALVTYPES_API wostream& operator<<(wostream& stream, Halvora::HLVArray const& array);
 
 } // namespace std
