@@ -4,6 +4,7 @@
 
 #include <Halvora/Format.h>
 #include <Halvora/array/ArrayView.h>
+#include <Halvora/array/Braces.h>
 #include <Halvora/array/HLVArray.h>
 #include <Halvora/error/Catalogue.h>
 #include <Halvora/error/Describe.h>

@@ -45,6 +45,7 @@ set(HALVTYPES_HEADERS
     Halvora/text/VarChar.h
     Halvora/text/CsvReader.h
     Halvora/text/CsvReaderInline.h
+    Halvora/array/Braces.h
     Halvora/array/HLVArray.h
     Halvora/array/ArrayView.h
     Halvora/error/HLVError.h

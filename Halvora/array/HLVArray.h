@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Halvora/Export.h>
+#include <Halvora/array/Braces.h>
 #include <Halvora/text/ResString.h>
 #include <Halvora/types/Binary16.h>
 #include <Halvora/types/ElementTypes.h>
@@ -59,6 +60,7 @@ public:
     template <typename T, typename Class>
     explicit HLVArray(T Class::*) = delete;     ///< A pointer to a member neither.
     explicit HLVArray(std::nullptr_t) = delete; ///< Nor null.
+    explicit HLVArray(detail::NoText) = delete; ///< Braces that were a text by accident.
     /// @}
 
     /// @name A run of elements
@@ -78,6 +80,11 @@ public:
     HLVArray(unsigned short count, Binary16 const* values);           ///< `DT_BINARY16`.
     HLVArray(unsigned short count, std::wstring const* values);       ///< `DT_STRING`.
     HLVArray(unsigned short count, ResString const* values);          ///< `DT_STRINGRES`.
+    /// The values between the braces of `HLVArray({1, 2, 3})`, which are of one type.
+    template <typename T, std::size_t N, typename = std::enable_if_t<detail::isElementValue<T>>>
+    explicit HLVArray(T (&&values)[N]) : HLVArray(N, static_cast<T const*>(values)) {
+        static_assert(N <= 65535);
+    }
     /// @}
 
     /// @name Ticks and identifiers

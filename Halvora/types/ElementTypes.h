@@ -5,6 +5,7 @@
 
 #include <array>
 #include <string>
+#include <type_traits>
 
 namespace Halvora {
 
@@ -73,6 +74,20 @@ namespace detail {
 
 template <eDataType Type, typename T>
 Element<Type, T> elementOf(Element<Type, T> const&);
+
+// `long` is the 64-bit integer where it has 64 bits, and nobody's value type where it has not.
+template <typename T>
+using WithoutLong = std::conditional_t<
+    sizeof(long) == sizeof(long long) && std::is_same_v<T, long>, long long,
+    std::conditional_t<sizeof(long) == sizeof(long long) && std::is_same_v<T, unsigned long>,
+                       unsigned long long, T>>;
+
+template <typename T, typename... Rows>
+constexpr bool isValueIn(ElementTable<Rows...> const&) noexcept {
+    return (std::is_same_v<T, typename Rows::Value> || ...);
+}
+template <typename T>
+constexpr bool isElementValue = isValueIn<WithoutLong<T>>(ElementTypes());
 
 constexpr std::array<unsigned char, DT_STRINGRES + 1> elementWidths() noexcept {
     std::array<unsigned char, DT_STRINGRES + 1> widths{};
