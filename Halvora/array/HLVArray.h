@@ -265,12 +265,21 @@ public:
     bool operator!=(HLVArray const& other) const noexcept { return !(*this == other); }
 
     /// @name `long`
-    /// Taken as the integer of its width.
+    /// Where `long` has 64 bits it is taken as `long long`, being what `std::int64_t` is there.
+    /// Where it has 32 bits no element type has its name, and it does not compile.
     /// @{
+#if __SIZEOF_LONG__ == 8 || defined(HALVTYPES_BUILD)
+    // The library has them everywhere, for programs that were linked when they compiled.
     explicit HLVArray(long value);                               ///< `DT_INT64`.
     explicit HLVArray(unsigned long value);                      ///< `DT_UINT64`.
     HLVArray(unsigned short count, long const* values);          ///< A run of `DT_INT64`.
     HLVArray(unsigned short count, unsigned long const* values); ///< A run of `DT_UINT64`.
+#else
+    explicit HLVArray(long) = delete;
+    explicit HLVArray(unsigned long) = delete;
+    HLVArray(unsigned short, long const*) = delete;
+    HLVArray(unsigned short, unsigned long const*) = delete;
+#endif
 #if __SIZEOF_LONG__ == 8
     // Templates, so that a null pointer stays unambiguous.
     /// A run of `DT_TICK`.
