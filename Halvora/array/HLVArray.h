@@ -370,7 +370,9 @@ namespace std {
 /// Writes `<count>; <number of the type>` by the stream's own integer output. In this namespace, so
 /// that every user of a stream finds it.
 HALVTYPES_API ostream& operator<<(ostream& stream, Halvora::HLVArray const& array);
-/// The same for wide streams.
+#if defined(HALVTYPES_BUILD)
+// Not offered: for programs that were linked when it was.
 HALVTYPES_API wostream& operator<<(wostream& stream, Halvora::HLVArray const& array);
+#endif
 
 } // namespace std

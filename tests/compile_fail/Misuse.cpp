@@ -32,6 +32,7 @@ constexpr bool slipsIn = anyInserts<Binary16, HLVString, ResString, std::excepti
 static_assert(slipsIn);
 #else
 static_assert(!slipsIn && !anyInserts<ResString2, VarChar> && inserts<std::wostream, HLVError>);
+static_assert(inserts<std::ostream, HLVArray> && !inserts<std::wostream, HLVArray>);
 static_assert(std::is_constructible_v<HLVArray, bool> &&
               std::is_constructible_v<HLVError::Param, char*>);
 
