@@ -7,28 +7,59 @@
 #include <string>
 #include <type_traits>
 
+#if defined(__has_include)
+#    if __has_include(<version>)
+#        include <version>
+#    endif
+#endif
+#if defined(__cpp_lib_ranges)
+#    include <ranges>
+#endif
+
+// Says that the result refers to the argument, so that clang warns about one that outlives it.
+#if defined(__has_cpp_attribute)
+#    if __has_cpp_attribute(clang::lifetimebound)
+#        define HALVTYPES_LIFETIMEBOUND [[clang::lifetimebound]]
+#    endif
+#endif
+#if !defined(HALVTYPES_LIFETIMEBOUND)
+#    define HALVTYPES_LIFETIMEBOUND
+#endif
+
 namespace Halvora {
 
-// A read-only look at the elements of an array, for loops and algorithms; std::span takes it where
-// there is one. Valid until the array is next changed or destroyed.
+/// A read-only look at the elements of an array, for loops and algorithms: a borrowed range and a
+/// view for those of C++20, and `std::span` takes it. The elements stay the array's; the view is
+/// valid until the array is next changed or destroyed.
 template <typename T>
 class ArrayView {
 public:
-    // As the standard library calls them.
-    using value_type = T;
-    using const_iterator = T const*;
+    using value_type = T;            ///< The type of an element.
+    using const_iterator = T const*; ///< Iterators are pointers.
 
-    // No element, or `size` elements from `data` on, which stay their owner's.
+    /// No element.
     constexpr ArrayView() noexcept = default;
+    /// `size` elements from `data` on, which stay their owner's.
     constexpr ArrayView(T const* data, std::size_t size) noexcept : m_data(data), m_size(size) {}
 
-    // The elements in their order. No index is tested.
+    /// The first element.
     constexpr T const* begin() const noexcept { return m_data; }
+    /// Behind the last element.
     constexpr T const* end() const noexcept { return m_data + m_size; }
+    /// As `begin`; null where the array holds no storage.
     constexpr T const* data() const noexcept { return m_data; }
-    constexpr std::size_t size() const noexcept { return m_size; } // elements
+    /// The number of elements.
+    constexpr std::size_t size() const noexcept { return m_size; }
+    /// True when there is no element.
     constexpr bool empty() const noexcept { return m_size == 0; }
-    constexpr T const& operator[](std::size_t index) const noexcept { return m_data[index]; }
+    /// The element at `index`, which is less than `size()`: only the standard library's assertions
+    /// (`_GLIBCXX_ASSERTIONS`) test it, and end the program.
+    constexpr T const& operator[](std::size_t index) const noexcept {
+#if defined(__glibcxx_assert)
+        __glibcxx_assert(index < m_size);
+#endif
+        return m_data[index];
+    }
 
 private:
     T const* m_data = nullptr;
@@ -37,36 +68,26 @@ private:
 
 namespace detail {
 
-// The integer of the same width and sign: std::int64_t is `long` on some machines.
-template <typename T>
-struct Same {
-    using Type = T;
-};
-template <>
-struct Same<long> {
-    using Type = std::conditional_t<sizeof(long) == sizeof(int), int, long long>;
-};
-template <>
-struct Same<unsigned long> {
-    using Type = std::conditional_t<sizeof(long) == sizeof(int), unsigned int, unsigned long long>;
-};
-
 // True when elements of the type are values of T. A type may share its values with another, as
 // ticks do with DT_UINT64.
 template <typename T>
 constexpr bool holds(eDataType type) noexcept {
     bool same = false;
     ElementTypes::visit(type, [&](auto row) {
-        same = std::is_same_v<typename Same<T>::Type, typename decltype(row)::Value>;
+        same = std::is_same_v<WithoutLong<T>, typename decltype(row)::Value>;
     });
     return same;
 }
 
 } // namespace detail
 
-// The elements of the array as values of T; an empty view if they are of another type.
+/// The elements of `array` as values of `T`; an empty view if they are of another type. Ticks are
+/// values of `unsigned long long`, identifiers of `Binary16`. Where `long` has 64 bits it stands
+/// for `long long`; where it has 32, no element is one.
 template <typename T>
-ArrayView<T> viewOf(HLVArray const& array) noexcept {
+ArrayView<T> viewOf(HLVArray const& array HALVTYPES_LIFETIMEBOUND) noexcept {
+    constexpr bool isLong = std::is_same_v<T, long> || std::is_same_v<T, unsigned long>;
+    static_assert(!isLong || detail::isElementValue<T>, "no element is a `long` on this machine");
     if (!detail::holds<T>(array.getDataType())) {
         return {};
     }
@@ -82,4 +103,15 @@ ArrayView<T> viewOf(HLVArray const& array) noexcept {
     return {values, count};
 }
 
+/// A temporary array is gone before its view is used.
+template <typename T>
+ArrayView<T> viewOf(HLVArray const&&) = delete;
+
 } // namespace Halvora
+
+#if defined(__cpp_lib_ranges)
+template <typename T>
+constexpr bool std::ranges::enable_borrowed_range<Halvora::ArrayView<T>> = true;
+template <typename T>
+constexpr bool std::ranges::enable_view<Halvora::ArrayView<T>> = true;
+#endif
