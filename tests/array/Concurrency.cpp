@@ -19,7 +19,8 @@ TEST(Concurrency, oneArrayIsReadAndOtherObjectsAreUsedSideBySide) {
             std::ostringstream stream;
             for (unsigned short i = 0; i < 200; ++i) {
                 HLVArray own(shared);
-                own.addString(viewOf<std::wstring>(shared[i % 3])[0]);
+                HLVArray const element = shared[i % 3];
+                own.addString(viewOf<std::wstring>(element)[0]);
                 ResString const text(texts[i % 3]);
                 HLVError::Holder holder(new HLVError(-1, new HLVError::Param(text.c_str())));
                 HLVError::Holder const copy(holder);
