@@ -9,6 +9,7 @@
 
 #include <Halvora/error/HLVErrorException.h>
 
+#include "../../examples/support/Endings.h"
 #include "Input.h"
 #include "Output.h"
 #include "Record.h"
@@ -35,7 +36,8 @@ Prints what the library laid into a file, a memory dump or, without a file, stan
 Numbers are decimal, or hexadecimal behind 0x. With a stride, a damaged record is reported and the
 next one read; without, nothing tells where the next one begins.
 
-Exit status: 0; 1 when the input is truncated, impossible or unreadable; 2 for wrong usage.
+Exit status: 0; 1 when the input is truncated, impossible or unreadable, the output cannot be
+written, or memory is short; 2 for wrong usage.
 )";
 
 struct Options {
@@ -143,6 +145,7 @@ bool printRecords(Options const& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+    Endings const endings(1);
     Options options;
     if (!parseOptions(argc, argv, options)) {
         std::cerr << "Try 'halv-inspect --help'.\n";
