@@ -34,8 +34,10 @@ namespace Halvora {
 template <typename T>
 class ArrayView {
 public:
-    using value_type = T;            ///< The type of an element.
-    using const_iterator = T const*; ///< Iterators are pointers.
+    /// The type of an element.
+    using value_type = T;
+    /// Iterators are pointers.
+    using const_iterator = T const*;
 
     /// No element.
     constexpr ArrayView() noexcept = default;

@@ -42,72 +42,120 @@ public:
     /// @name One element
     /// The element type is that of the value's C++ type; `Binary16` gives `DT_BINARY16`.
     /// @{
-    explicit HLVArray(bool value);                      ///< `DT_BOOL`.
-    explicit HLVArray(unsigned char value);             ///< `DT_BYTE`.
-    explicit HLVArray(short value);                     ///< `DT_INT16`.
-    explicit HLVArray(int value);                       ///< `DT_INT32`.
-    explicit HLVArray(long long const& value);          ///< `DT_INT64`.
-    explicit HLVArray(unsigned short value);            ///< `DT_UINT16`.
-    explicit HLVArray(unsigned int value);              ///< `DT_UINT32`.
-    explicit HLVArray(unsigned long long const& value); ///< `DT_UINT64`.
-    explicit HLVArray(float const& value);              ///< `DT_FLOAT`.
-    explicit HLVArray(double const& value);             ///< `DT_DOUBLE`.
-    explicit HLVArray(Binary16 const& value);           ///< `DT_BINARY16`.
-    explicit HLVArray(std::wstring const& value);       ///< `DT_STRING`.
-    explicit HLVArray(ResString const& value);          ///< `DT_STRINGRES`.
+
+    /// One `DT_BOOL`.
+    explicit HLVArray(bool value);
+    /// One `DT_BYTE`.
+    explicit HLVArray(unsigned char value);
+    /// One `DT_INT16`.
+    explicit HLVArray(short value);
+    /// One `DT_INT32`.
+    explicit HLVArray(int value);
+    /// One `DT_INT64`.
+    explicit HLVArray(long long const& value);
+    /// One `DT_UINT16`.
+    explicit HLVArray(unsigned short value);
+    /// One `DT_UINT32`.
+    explicit HLVArray(unsigned int value);
+    /// One `DT_UINT64`.
+    explicit HLVArray(unsigned long long const& value);
+    /// One `DT_FLOAT`.
+    explicit HLVArray(float const& value);
+    /// One `DT_DOUBLE`.
+    explicit HLVArray(double const& value);
+    /// One `DT_BINARY16`.
+    explicit HLVArray(Binary16 const& value);
+    /// One `DT_STRING`.
+    explicit HLVArray(std::wstring const& value);
+    /// One `DT_STRINGRES`.
+    explicit HLVArray(ResString const& value);
+    /// A pointer is no `bool`.
     template <typename T>
-    explicit HLVArray(T*) = delete; ///< A pointer is no `bool`.
+    explicit HLVArray(T*) = delete;
+    /// A pointer to a member neither.
     template <typename T, typename Class>
-    explicit HLVArray(T Class::*) = delete;     ///< A pointer to a member neither.
-    explicit HLVArray(std::nullptr_t) = delete; ///< Nor null.
-    explicit HLVArray(detail::NoText) = delete; ///< Braces that were a text by accident.
+    explicit HLVArray(T Class::*) = delete;
+    /// Nor null.
+    explicit HLVArray(std::nullptr_t) = delete;
+    /// Braces that were a text by accident.
+    explicit HLVArray(detail::NoText) = delete;
+
     /// @}
 
     /// @name A run of elements
     /// Copies of the `count` elements that `values` points to. Null gives an empty array of the
     /// type, whatever the count.
     /// @{
-    HLVArray(unsigned short count, bool const* values);               ///< `DT_BOOL`.
-    HLVArray(unsigned short count, unsigned char const* values);      ///< `DT_BYTE`.
-    HLVArray(unsigned short count, short const* values);              ///< `DT_INT16`.
-    HLVArray(unsigned short count, int const* values);                ///< `DT_INT32`.
-    HLVArray(unsigned short count, long long const* values);          ///< `DT_INT64`.
-    HLVArray(unsigned short count, unsigned short const* values);     ///< `DT_UINT16`.
-    HLVArray(unsigned short count, unsigned int const* values);       ///< `DT_UINT32`.
-    HLVArray(unsigned short count, unsigned long long const* values); ///< `DT_UINT64`.
-    HLVArray(unsigned short count, float const* values);              ///< `DT_FLOAT`.
-    HLVArray(unsigned short count, double const* values);             ///< `DT_DOUBLE`.
-    HLVArray(unsigned short count, Binary16 const* values);           ///< `DT_BINARY16`.
-    HLVArray(unsigned short count, std::wstring const* values);       ///< `DT_STRING`.
-    HLVArray(unsigned short count, ResString const* values);          ///< `DT_STRINGRES`.
+
+    /// A run of `DT_BOOL`.
+    HLVArray(unsigned short count, bool const* values);
+    /// A run of `DT_BYTE`.
+    HLVArray(unsigned short count, unsigned char const* values);
+    /// A run of `DT_INT16`.
+    HLVArray(unsigned short count, short const* values);
+    /// A run of `DT_INT32`.
+    HLVArray(unsigned short count, int const* values);
+    /// A run of `DT_INT64`.
+    HLVArray(unsigned short count, long long const* values);
+    /// A run of `DT_UINT16`.
+    HLVArray(unsigned short count, unsigned short const* values);
+    /// A run of `DT_UINT32`.
+    HLVArray(unsigned short count, unsigned int const* values);
+    /// A run of `DT_UINT64`.
+    HLVArray(unsigned short count, unsigned long long const* values);
+    /// A run of `DT_FLOAT`.
+    HLVArray(unsigned short count, float const* values);
+    /// A run of `DT_DOUBLE`.
+    HLVArray(unsigned short count, double const* values);
+    /// A run of `DT_BINARY16`.
+    HLVArray(unsigned short count, Binary16 const* values);
+    /// A run of `DT_STRING`.
+    HLVArray(unsigned short count, std::wstring const* values);
+    /// A run of `DT_STRINGRES`.
+    HLVArray(unsigned short count, ResString const* values);
     /// The values between the braces of `HLVArray({1, 2, 3})`, which are of one type.
     template <typename T, std::size_t N, typename = std::enable_if_t<detail::isElementValue<T>>>
     explicit HLVArray(T (&&values)[N]) : HLVArray(N, static_cast<T const*>(values)) {
         static_assert(N <= 65535);
     }
+
     /// @}
 
     /// @name Ticks and identifiers
     /// As the constructors, but with the element type that shares its C++ type with another.
     /// @{
-    static HLVArray createID(Binary16 const& value);                        ///< One `DT_ID`.
-    static HLVArray createID(unsigned short count, Binary16 const* values); ///< A run of `DT_ID`.
-    static HLVArray createTick(unsigned long long const& value);            ///< One `DT_TICK`.
+
+    /// One `DT_ID`.
+    static HLVArray createID(Binary16 const& value);
+    /// A run of `DT_ID`.
+    static HLVArray createID(unsigned short count, Binary16 const* values);
+    /// One `DT_TICK`.
+    static HLVArray createTick(unsigned long long const& value);
     /// A run of `DT_TICK`.
     static HLVArray createTick(unsigned short count, unsigned long long const* values);
+
     /// @}
 
     /// @name Copies
     /// Copies are deep and hold exactly the elements. A moved-from array is an empty one of its
     /// type without storage.
     /// @{
-    HLVArray(HLVArray const& other);                ///< A copy.
-    HLVArray(HLVArray&& other) noexcept;            ///< Takes over the storage of `other`.
-    HLVArray& operator=(HLVArray const& other);     ///< Becomes a copy.
-    HLVArray& operator=(HLVArray&& other) noexcept; ///< As `moveFrom`; `other` keeps its type.
-    virtual ~HLVArray();                            ///< Destroys the elements.
-    void swap(HLVArray& other) noexcept;            ///< Nothing is copied.
-    friend void swap(HLVArray& a, HLVArray& b) noexcept { a.swap(b); } ///< As the member.
+
+    /// A copy.
+    HLVArray(HLVArray const& other);
+    /// Takes over the storage of `other`.
+    HLVArray(HLVArray&& other) noexcept;
+    /// Becomes a copy.
+    HLVArray& operator=(HLVArray const& other);
+    /// As `moveFrom`; `other` keeps its type.
+    HLVArray& operator=(HLVArray&& other) noexcept;
+    /// Destroys the elements.
+    virtual ~HLVArray();
+    /// Nothing is copied.
+    void swap(HLVArray& other) noexcept;
+    /// As the member.
+    friend void swap(HLVArray& a, HLVArray& b) noexcept { a.swap(b); }
+
     /// @}
 
     /// @name The whole contents
@@ -130,52 +178,89 @@ public:
 
     /// Removes `count` elements from `start` on. The storage is not shrunk.
     int removeRange(unsigned short start, unsigned short count);
+
     /// @}
 
     /// @name Setters
     /// Overwrite the element at `index`: `ERR_OUT_OF_RANGE` where there is none, `ERR_WRONG_TYPE`
     /// in an array of another type.
     /// @{
-    int setBool(unsigned short index, bool value); ///< Sets a `DT_BOOL`.
+
+    /// Sets a `DT_BOOL`.
+    int setBool(unsigned short index, bool value);
+    /// A pointer is no `bool`.
     template <typename T>
-    int setBool(unsigned short, T*) = delete;                   ///< A pointer is no `bool`.
-    int setByte(unsigned short index, unsigned char value);     ///< Sets a `DT_BYTE`.
-    int setInt16(unsigned short index, short value);            ///< Sets a `DT_INT16`.
-    int setInt32(unsigned short index, int value);              ///< Sets a `DT_INT32`.
-    int setInt64(unsigned short index, long long const& value); ///< Sets a `DT_INT64`.
-    int setUInt16(unsigned short index, unsigned short value);  ///< Sets a `DT_UINT16`.
-    int setUInt32(unsigned short index, unsigned int value);    ///< Sets a `DT_UINT32`.
-    int setUInt64(unsigned short index, unsigned long long const& value); ///< Sets a `DT_UINT64`.
-    int setFloat(unsigned short index, float const& value);               ///< Sets a `DT_FLOAT`.
-    int setDouble(unsigned short index, double const& value);             ///< Sets a `DT_DOUBLE`.
-    int setTick(unsigned short index, unsigned long long const& value);   ///< Sets a `DT_TICK`.
-    int setID(unsigned short index, Binary16 const& value);               ///< Sets a `DT_ID`.
-    int setBin16(unsigned short index, Binary16 const& value);            ///< Sets a `DT_BINARY16`.
-    int setString(unsigned short index, std::wstring const& value);       ///< Sets a `DT_STRING`.
-    int setResString(unsigned short index, ResString const& value); ///< Sets a `DT_STRINGRES`.
+    int setBool(unsigned short, T*) = delete;
+    /// Sets a `DT_BYTE`.
+    int setByte(unsigned short index, unsigned char value);
+    /// Sets a `DT_INT16`.
+    int setInt16(unsigned short index, short value);
+    /// Sets a `DT_INT32`.
+    int setInt32(unsigned short index, int value);
+    /// Sets a `DT_INT64`.
+    int setInt64(unsigned short index, long long const& value);
+    /// Sets a `DT_UINT16`.
+    int setUInt16(unsigned short index, unsigned short value);
+    /// Sets a `DT_UINT32`.
+    int setUInt32(unsigned short index, unsigned int value);
+    /// Sets a `DT_UINT64`.
+    int setUInt64(unsigned short index, unsigned long long const& value);
+    /// Sets a `DT_FLOAT`.
+    int setFloat(unsigned short index, float const& value);
+    /// Sets a `DT_DOUBLE`.
+    int setDouble(unsigned short index, double const& value);
+    /// Sets a `DT_TICK`.
+    int setTick(unsigned short index, unsigned long long const& value);
+    /// Sets a `DT_ID`.
+    int setID(unsigned short index, Binary16 const& value);
+    /// Sets a `DT_BINARY16`.
+    int setBin16(unsigned short index, Binary16 const& value);
+    /// Sets a `DT_STRING`.
+    int setString(unsigned short index, std::wstring const& value);
+    /// Sets a `DT_STRINGRES`.
+    int setResString(unsigned short index, ResString const& value);
+
     /// @}
 
     /// @name Adders
     /// Append one element: `ERR_WRONG_TYPE` to an array that holds storage of another type,
     /// `ERR_OUT_OF_RANGE` to one of 65,535 elements.
     /// @{
-    int addBool(bool value); ///< Appends a `DT_BOOL`.
+
+    /// Appends a `DT_BOOL`.
+    int addBool(bool value);
+    /// A pointer is no `bool`.
     template <typename T>
-    int addBool(T*) = delete;                       ///< A pointer is no `bool`.
-    int addByte(unsigned char value);               ///< Appends a `DT_BYTE`.
-    int addInt16(short value);                      ///< Appends a `DT_INT16`.
-    int addInt32(int value);                        ///< Appends a `DT_INT32`.
-    int addInt64(long long const& value);           ///< Appends a `DT_INT64`.
-    int addUInt16(unsigned short value);            ///< Appends a `DT_UINT16`.
-    int addUInt32(unsigned int value);              ///< Appends a `DT_UINT32`.
-    int addUInt64(unsigned long long const& value); ///< Appends a `DT_UINT64`.
-    int addFloat(float const& value);               ///< Appends a `DT_FLOAT`.
-    int addDouble(double const& value);             ///< Appends a `DT_DOUBLE`.
-    int addTick(unsigned long long const& value);   ///< Appends a `DT_TICK`.
-    int addID(Binary16 const& value);               ///< Appends a `DT_ID`.
-    int addBin16(Binary16 const& value);            ///< Appends a `DT_BINARY16`.
-    int addString(std::wstring const& value);       ///< Appends a `DT_STRING`; moves all texts.
-    int addResString(ResString const& value);       ///< Appends a `DT_STRINGRES`; moves all texts.
+    int addBool(T*) = delete;
+    /// Appends a `DT_BYTE`.
+    int addByte(unsigned char value);
+    /// Appends a `DT_INT16`.
+    int addInt16(short value);
+    /// Appends a `DT_INT32`.
+    int addInt32(int value);
+    /// Appends a `DT_INT64`.
+    int addInt64(long long const& value);
+    /// Appends a `DT_UINT16`.
+    int addUInt16(unsigned short value);
+    /// Appends a `DT_UINT32`.
+    int addUInt32(unsigned int value);
+    /// Appends a `DT_UINT64`.
+    int addUInt64(unsigned long long const& value);
+    /// Appends a `DT_FLOAT`.
+    int addFloat(float const& value);
+    /// Appends a `DT_DOUBLE`.
+    int addDouble(double const& value);
+    /// Appends a `DT_TICK`.
+    int addTick(unsigned long long const& value);
+    /// Appends a `DT_ID`.
+    int addID(Binary16 const& value);
+    /// Appends a `DT_BINARY16`.
+    int addBin16(Binary16 const& value);
+    /// Appends a `DT_STRING`; moves all texts.
+    int addString(std::wstring const& value);
+    /// Appends a `DT_STRINGRES`; moves all texts.
+    int addResString(ResString const& value);
+
     /// @}
 
     /// @name Range setters
@@ -183,6 +268,7 @@ public:
     /// none. No element at all succeeds; then `ERR_OUT_OF_RANGE`, `ERR_WRONG_TYPE`,
     /// `ERR_NULL_POINTER`.
     /// @{
+
     /// Overwrites a run of `DT_BOOL`.
     int setRangeBool(unsigned short start, unsigned short count, bool const* values);
     /// Overwrites a run of `DT_BYTE`.
@@ -214,6 +300,7 @@ public:
     int setRangeString(unsigned short start, unsigned short count, std::wstring const* values);
     /// Overwrites a run of `DT_STRINGRES`.
     int setRangeResString(unsigned short start, unsigned short count, ResString const* values);
+
     /// @}
 
     /// @name Getters
@@ -221,28 +308,38 @@ public:
     /// another type the result is `ERR_WRONG_TYPE`, and both outputs keep their values. The
     /// elements stay the array's own, at this place until it is next changed or destroyed.
     /// @{
-    int getBool(unsigned short& count, bool const*& values) const; ///< Reads `DT_BOOL`.
+
+    /// Reads `DT_BOOL`.
+    int getBool(unsigned short& count, bool const*& values) const;
     /// Reads `DT_BYTE`.
     int getByte(unsigned short& count, unsigned char const*& values) const;
-    int getInt16(unsigned short& count, short const*& values) const;     ///< Reads `DT_INT16`.
-    int getInt32(unsigned short& count, int const*& values) const;       ///< Reads `DT_INT32`.
-    int getInt64(unsigned short& count, long long const*& values) const; ///< Reads `DT_INT64`.
+    /// Reads `DT_INT16`.
+    int getInt16(unsigned short& count, short const*& values) const;
+    /// Reads `DT_INT32`.
+    int getInt32(unsigned short& count, int const*& values) const;
+    /// Reads `DT_INT64`.
+    int getInt64(unsigned short& count, long long const*& values) const;
     /// Reads `DT_UINT16`.
     int getUInt16(unsigned short& count, unsigned short const*& values) const;
     /// Reads `DT_UINT32`.
     int getUInt32(unsigned short& count, unsigned int const*& values) const;
     /// Reads `DT_UINT64`.
     int getUInt64(unsigned short& count, unsigned long long const*& values) const;
-    int getFloat(unsigned short& count, float const*& values) const;   ///< Reads `DT_FLOAT`.
-    int getDouble(unsigned short& count, double const*& values) const; ///< Reads `DT_DOUBLE`.
+    /// Reads `DT_FLOAT`.
+    int getFloat(unsigned short& count, float const*& values) const;
+    /// Reads `DT_DOUBLE`.
+    int getDouble(unsigned short& count, double const*& values) const;
     /// Reads `DT_TICK`.
     int getTick(unsigned short& count, unsigned long long const*& values) const;
-    int getID(unsigned short& count, Binary16 const*& values) const;    ///< Reads `DT_ID`.
-    int getBin16(unsigned short& count, Binary16 const*& values) const; ///< Reads `DT_BINARY16`.
+    /// Reads `DT_ID`.
+    int getID(unsigned short& count, Binary16 const*& values) const;
+    /// Reads `DT_BINARY16`.
+    int getBin16(unsigned short& count, Binary16 const*& values) const;
     /// Reads `DT_STRING`.
     int getString(unsigned short& count, std::wstring const*& values) const;
     /// Reads `DT_STRINGRES`.
     int getResString(unsigned short& count, ResString const*& values) const;
+
     /// @}
 
     /// The element type.
@@ -268,12 +365,17 @@ public:
     /// Where `long` has 64 bits it is taken as `long long`, being what `std::int64_t` is there.
     /// Where it has 32 bits no element type has its name, and it does not compile.
     /// @{
+
 #if __SIZEOF_LONG__ == 8 || defined(HALVTYPES_BUILD)
     // The library has them everywhere, for programs that were linked when they compiled.
-    explicit HLVArray(long value);                               ///< `DT_INT64`.
-    explicit HLVArray(unsigned long value);                      ///< `DT_UINT64`.
-    HLVArray(unsigned short count, long const* values);          ///< A run of `DT_INT64`.
-    HLVArray(unsigned short count, unsigned long const* values); ///< A run of `DT_UINT64`.
+    /// One `DT_INT64`.
+    explicit HLVArray(long value);
+    /// One `DT_UINT64`.
+    explicit HLVArray(unsigned long value);
+    /// A run of `DT_INT64`.
+    HLVArray(unsigned short count, long const* values);
+    /// A run of `DT_UINT64`.
+    HLVArray(unsigned short count, unsigned long const* values);
 #else
     explicit HLVArray(long) = delete;
     explicit HLVArray(unsigned long) = delete;
@@ -315,6 +417,7 @@ public:
         return getAs<unsigned long long>(&HLVArray::getTick, count, values);
     }
 #endif
+
     /// @}
 
 protected:
@@ -336,6 +439,7 @@ protected:
     /// Overwrites `count` elements from `start` on.
     int _setRange(unsigned short start, unsigned short count, void const* values, eDataType type,
                   unsigned int width);
+
     /// @}
 
 private:
