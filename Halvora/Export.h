@@ -8,5 +8,12 @@
 #    define HALVTYPES_API
 #endif
 
+/// Marks a function whose unsigned numbers wrap on purpose, for clang's integer sanitizer.
+#if defined(__clang__)
+#    define HALVTYPES_WRAPS __attribute__((no_sanitize("unsigned-integer-overflow")))
+#else
+#    define HALVTYPES_WRAPS
+#endif
+
 // Every header includes this one, so every program asks for the library that fits it.
 #include <Halvora/Abi.h>

@@ -23,31 +23,6 @@ constexpr char mixedNames[][10] = {
 };
 static_assert(std::size(mixedNames) == DT_STRINGRES + 2);
 
-constexpr std::size_t groupedLength = 36;
-
-// Bytes 3 to 0, 5 4, 7 6, 8 9, 10 to 15, with a hyphen between the groups.
-void putGrouped(char* out, Binary16 const& value) noexcept {
-    unsigned char bytes[16];
-    std::memcpy(bytes, &value, sizeof bytes);
-    auto const number = [&bytes](int a, int b, int c, int d) {
-        return static_cast<std::uint32_t>(bytes[a]) << 24 |
-               static_cast<std::uint32_t>(bytes[b]) << 16 |
-               static_cast<std::uint32_t>(bytes[c]) << 8 | bytes[d];
-    };
-    char digits[32];
-    char* end = detail::putHex8(digits, number(3, 2, 1, 0), detail::lowerCaseLetters);
-    end = detail::putHex8(end, number(5, 4, 7, 6), detail::lowerCaseLetters);
-    end = detail::putHex8(end, number(8, 9, 10, 11), detail::lowerCaseLetters);
-    detail::putHex8(end, number(12, 13, 14, 15), detail::lowerCaseLetters);
-
-    std::memcpy(out, digits, 8);
-    std::memcpy(out + 9, digits + 8, 4);
-    std::memcpy(out + 14, digits + 12, 4);
-    std::memcpy(out + 19, digits + 16, 4);
-    std::memcpy(out + 24, digits + 20, 12);
-    out[8] = out[13] = out[18] = out[23] = '-';
-}
-
 // Fields one after another into the elements that a vector already has.
 template <typename Text>
 class FieldWriter {
@@ -302,15 +277,13 @@ std::string Convert::toAString(eDataType type) {
 }
 
 std::string Convert::toAString(Binary16 const& value) {
-    char text[groupedLength];
-    putGrouped(text, value);
-    return std::string(text, groupedLength);
+    char text[Binary16::GROUPED_LENGTH];
+    return std::string(text, value.toGrouped(text, sizeof text));
 }
 
 std::wstring Convert::toWString(Binary16 const& value) {
-    char text[groupedLength];
-    putGrouped(text, value);
-    return detail::converted<std::wstring>(text, groupedLength);
+    char text[Binary16::GROUPED_LENGTH];
+    return detail::converted<std::wstring>(text, value.toGrouped(text, sizeof text));
 }
 
 } // namespace Halvora

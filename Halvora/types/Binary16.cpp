@@ -6,6 +6,7 @@
 #include <ostream>
 #include <stdexcept>
 #include <string_view>
+#include <typeinfo>
 
 #include <Halvora/types/detail/Hex.h>
 
@@ -19,75 +20,141 @@ Binary16 const Binary16::EMPTY(0, 0, 0, 0);
 namespace {
 
 constexpr std::size_t digitCount = 32;
-constexpr std::size_t textLength = 2 + digitCount;
+constexpr std::size_t textLength = Binary16::HEXADECIMAL_LENGTH;
+
+struct Words {
+    std::uint32_t at[4];
+
+    explicit Words(void const* bytes) noexcept { std::memcpy(at, bytes, sizeof at); }
+};
 
 void putDigits(char* out, unsigned char const* bytes) noexcept {
-    std::uint32_t words[4];
-    std::memcpy(words, bytes, sizeof words);
+    Words const words(bytes);
     for (int i = 3; i >= 0; --i) {
-        out = detail::putHex8(out, words[i], detail::upperCaseLetters);
+        out = detail::putHex8(out, words.at[i], detail::upperCaseLetters);
     }
 }
 
-// Removes what formatted extractions of single characters would skip.
-char* removeSpace(std::istream const& stream, char* begin, char* end) {
-    if ((stream.flags() & std::ios_base::skipws) == 0) {
-        return end;
-    }
-    std::locale const locale = stream.getloc();
-    auto const& characters = std::use_facet<std::ctype<char>>(locale);
-    return std::remove_if(begin, end,
-                          [&](char c) { return characters.is(std::ctype_base::space, c); });
+// A UUID's bytes are 3 to 0, 5 4, 7 6, 8 to 15; the order is its own inverse. These are the words
+// of them that are read with the most significant byte first.
+Words uuidWords(void const* bytes) noexcept {
+    Words words(bytes);
+    words.at[1] = words.at[1] << 16 | words.at[1] >> 16;
+    words.at[2] = __builtin_bswap32(words.at[2]);
+    words.at[3] = __builtin_bswap32(words.at[3]);
+    return words;
 }
 
-// Answers whether the stream held all digits. What is still missing is read at once, since no fewer
-// characters can follow; of what white space takes up in it, the same is missing again.
-bool readDigits(std::istream& stream, unsigned char* bytes) {
+void swapUuidBytes(void* out, void const* bytes) noexcept {
+    Words words = uuidWords(bytes);
+    for (std::uint32_t& word : words.at) {
+        word = __builtin_bswap32(word);
+    }
+    std::memcpy(out, words.at, sizeof words.at);
+}
+
+void putGrouped(char* out, unsigned char const* bytes) noexcept {
+    Words const words = uuidWords(bytes);
     char digits[digitCount];
-    char* const all = digits + digitCount;
     char* end = digits;
-    bool isComplete = true;
-    while (end != all && isComplete) {
-        std::streamsize const wanted = all - end;
-        std::streamsize const got = stream.rdbuf()->sgetn(end, wanted);
-        isComplete = got == wanted;
-        end = removeSpace(stream, end, end + got);
+    for (std::uint32_t const word : words.at) {
+        end = detail::putHex8(end, word, detail::lowerCaseLetters);
     }
-    for (int i = 0; i < (end - digits) / 2; ++i) {
-        bytes[15 - i] = detail::hexByte(static_cast<unsigned char>(digits[2 * i]),
-                                        static_cast<unsigned char>(digits[2 * i + 1]));
-    }
-    return isComplete;
+    std::memcpy(out, digits, 8);
+    std::memcpy(out + 9, digits + 8, 4);
+    std::memcpy(out + 14, digits + 12, 4);
+    std::memcpy(out + 19, digits + 16, 4);
+    std::memcpy(out + 24, digits + 20, 12);
+    out[8] = out[13] = out[18] = out[23] = '-';
 }
 
-// As the standard's own extractions do with an exception of the stream's buffer: badbit is set, and
-// the exception goes on only if the stream's user asked for that.
-bool readDigitsOrSetBad(std::istream& stream, unsigned char* bytes) {
-    try {
-        return readDigits(stream, bytes);
-    } catch (...) {
-        try {
-            stream.setstate(std::ios_base::badbit);
-        } catch (std::ios_base::failure const&) {
-            // The buffer's own exception goes on in its place.
-        }
-        if ((stream.exceptions() & std::ios_base::badbit) != 0) {
-            throw;
-        }
-        return true;
-    }
+void putHexadecimal(char* out, unsigned char const* bytes) noexcept {
+    out[0] = '0';
+    out[1] = 'x';
+    putDigits(out + 2, bytes);
 }
 
-// A field width is spent on the first insertion, which is `padded` characters long.
+// Writes one of the forms where there is room for it.
+template <std::size_t Length, typename Char>
+std::size_t putText(Char* out, std::size_t capacity, unsigned char const* bytes,
+                    void (*put)(char*, unsigned char const*) noexcept) noexcept {
+    if (out == nullptr || capacity < Length) {
+        return 0;
+    }
+    char text[Length];
+    put(text, bytes);
+    std::copy(text, text + Length, out);
+    return Length;
+}
+
+// What a stream's buffer holds: characters that can be taken without a refill, an end or an
+// exception.
+struct Held : std::streambuf {
+    static std::streamsize in(std::streambuf const& buffer) {
+        return (buffer.*&Held::egptr)() - (buffer.*&Held::gptr)();
+    }
+};
+
+// Digits as they come in: a pair is a byte, the last byte first.
+class DigitReader {
+public:
+    explicit DigitReader(unsigned char* bytes) : m_bytes(bytes) {}
+
+    std::size_t missing() const { return digitCount - m_count; }
+
+    void add(char c) {
+        auto const digit = static_cast<unsigned char>(c);
+        if (m_count % 2 == 1) {
+            m_bytes[15 - m_count / 2] = detail::hexByte(m_high, digit);
+        }
+        m_high = digit;
+        ++m_count;
+    }
+
+    // As formatted extractions of characters that the buffer holds.
+    void addHeld(std::istream const& stream) {
+        std::locale const locale = stream.getloc();
+        auto const& characters = std::use_facet<std::ctype<char>>(locale);
+        bool const skips = (stream.flags() & std::ios_base::skipws) != 0;
+        std::streambuf& buffer = *stream.rdbuf();
+        for (auto held = Held::in(buffer); held > 0 && missing() > 0; --held) {
+            char const c = static_cast<char>(buffer.sbumpc());
+            if (!skips || !characters.is(std::ctype_base::space, c)) {
+                add(c);
+            }
+        }
+    }
+
+private:
+    unsigned char* m_bytes;
+    unsigned char m_high = 0;
+    std::size_t m_count = 0;
+};
+
+template <typename Char>
+std::basic_ostream<Char>& insertText(std::basic_ostream<Char>& stream, Binary16 const& value) {
+    Char text[textLength];
+    return stream << std::basic_string_view<Char>(text, value.toHexadecimal(text, textLength));
+}
+
+// As single insertions. A field width is spent on the first, which is `padded` characters long. The
+// last one stands by itself: an insertion that finds a stream whose sink has failed may set more
+// bits, and only behind the last character does none follow.
 template <typename Char>
 std::basic_ostream<Char>& insert(std::basic_ostream<Char>& stream, Char const (&text)[textLength],
                                  std::size_t padded) {
-    std::size_t written = 0;
-    if (stream.width() != 0) {
-        stream << std::basic_string_view<Char>(text, padded);
-        written = padded;
+    using View = std::basic_string_view<Char>;
+    std::size_t const begin = stream.width() == 0 ? 0 : padded;
+    if (begin != 0) {
+        stream << View(text, begin);
     }
-    return stream.write(text + written, static_cast<std::streamsize>(textLength - written));
+    return stream << View(text + begin, textLength - 1 - begin) << text[textLength - 1];
+}
+
+// Whether a range is widened as its characters are one by one, which the standard's facets promise.
+bool widensAlike(std::ctype<wchar_t> const& facet) {
+    return typeid(facet) == typeid(std::ctype<wchar_t>) ||
+           typeid(facet) == typeid(std::ctype_byname<wchar_t>);
 }
 
 } // namespace
@@ -122,27 +189,82 @@ unsigned char Binary16::operator[](unsigned char index) const {
     return m_bytes[index];
 }
 
+Binary16 Binary16::fromUuidBytes(void const* bytes) noexcept {
+    Binary16 value(bytes, sizeof value.m_bytes);
+    swapUuidBytes(value.m_bytes, value.m_bytes);
+    return value;
+}
+
+void Binary16::toUuidBytes(void* bytes) const noexcept {
+    if (bytes != nullptr) {
+        swapUuidBytes(bytes, m_bytes);
+    }
+}
+
+std::size_t Binary16::toHexadecimal(char* out, std::size_t capacity) const noexcept {
+    return putText<HEXADECIMAL_LENGTH>(out, capacity, m_bytes, putHexadecimal);
+}
+
+std::size_t Binary16::toHexadecimal(wchar_t* out, std::size_t capacity) const noexcept {
+    return putText<HEXADECIMAL_LENGTH>(out, capacity, m_bytes, putHexadecimal);
+}
+
+std::size_t Binary16::toGrouped(char* out, std::size_t capacity) const noexcept {
+    return putText<GROUPED_LENGTH>(out, capacity, m_bytes, putGrouped);
+}
+
+std::size_t Binary16::toGrouped(wchar_t* out, std::size_t capacity) const noexcept {
+    return putText<GROUPED_LENGTH>(out, capacity, m_bytes, putGrouped);
+}
+
+std::ostream& operator<<(detail::LastChoice<std::ostream> stream,
+                         detail::LastChoice<Binary16 const> value) {
+    return insertText(stream.chosen, value.chosen);
+}
+
+std::wostream& operator<<(detail::LastChoice<std::wostream> stream,
+                          detail::LastChoice<Binary16 const> value) {
+    return insertText(stream.chosen, value.chosen);
+}
+
 std::ostream& Binary16::write(std::ostream& stream) const {
-    char text[textLength] = {'0', 'x'};
-    putDigits(text + 2, m_bytes);
+    char text[textLength];
+    putHexadecimal(text, m_bytes);
     return insert(stream, text, 1);
 }
 
 std::wostream& Binary16::write(std::wostream& stream) const {
     char digits[digitCount];
     putDigits(digits, m_bytes);
-    wchar_t text[textLength] = {L'0', L'x'};
     std::locale const locale = stream.getloc();
-    std::use_facet<std::ctype<wchar_t>>(locale).widen(digits, digits + digitCount, text + 2);
-    return insert(stream, text, 2);
+    auto const& facet = std::use_facet<std::ctype<wchar_t>>(locale);
+    if (widensAlike(facet)) {
+        wchar_t text[textLength] = {L'0', L'x'};
+        facet.widen(digits, digits + digitCount, text + 2);
+        return insert(stream, text, 2);
+    }
+    stream << L"0x";
+    for (char const digit : digits) {
+        stream << digit;
+    }
+    return stream;
 }
 
+// Where the buffer has to be refilled, the standard's own extraction does it, and also decides what
+// an end or an exception there does to the stream.
 std::istream& Binary16::read(std::istream& stream) {
     *this = Binary16();
     stream.ignore(2);
-    std::istream::sentry const ready(stream, true);
-    if (ready && !readDigitsOrSetBad(stream, m_bytes)) {
-        stream.setstate(std::ios_base::eofbit | std::ios_base::failbit);
+    std::istream::sentry const flushed(stream, true); // what the stream is tied to
+    DigitReader digits(m_bytes);
+    while (stream && digits.missing() > 0) {
+        digits.addHeld(stream);
+        char c = 0;
+        if (digits.missing() > 0 && stream >> c) {
+            digits.add(c);
+        } else if (digits.missing() > 1) {
+            stream >> c; // finds the failed stream, as each extraction behind would
+        }
     }
     return stream;
 }

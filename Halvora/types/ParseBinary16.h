@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <string_view>
+#include <type_traits>
 
 namespace Halvora {
 
@@ -24,20 +25,115 @@ struct ParseResult {
     std::size_t position;
 
     /// Whether the value was taken.
-    explicit operator bool() const noexcept { return status == PARSE_DONE; }
+    constexpr explicit operator bool() const noexcept { return status == PARSE_DONE; }
 };
+
+namespace detail {
+
+// A form character by character: a capital letter stands for a digit of the byte of that number, A
+// being byte 0; everything else stands for itself.
+inline constexpr std::string_view hexadecimalForm = "0xPPOONNMMLLKKJJIIHHGGFFEEDDCCBBAA";
+inline constexpr std::string_view groupedForm = "DDCCBBAA-FFEE-HHGG-IIJJ-KKLLMMNNOOPP";
+
+inline constexpr unsigned int noDigit = 16;
+
+template <typename Char>
+constexpr unsigned int digitValue(Char c) noexcept {
+    if (c >= '0' && c <= '9') {
+        return static_cast<unsigned int>(c - '0');
+    }
+    if (c >= 'A' && c <= 'F') {
+        return static_cast<unsigned int>(c - 'A' + 10);
+    }
+    return c >= 'a' && c <= 'f' ? static_cast<unsigned int>(c - 'a' + 10) : noDigit;
+}
+
+template <typename Char>
+constexpr ParseResult parse(std::basic_string_view<Char> text, Binary16& value) noexcept {
+    bool const isHexadecimal = text.size() > 1 && text[0] == '0' && text[1] == 'x';
+    std::string_view const form = isHexadecimal ? hexadecimalForm : groupedForm;
+    Binary16 parsed;
+    for (std::size_t i = 0; i < form.size(); ++i) {
+        if (i == text.size()) {
+            return {PARSE_TOO_SHORT, i};
+        }
+        bool const wantsDigit = form[i] >= 'A' && form[i] <= 'P';
+        unsigned int const digit = digitValue(text[i]);
+        if (wantsDigit ? digit == noDigit : text[i] != static_cast<Char>(form[i])) {
+            return {PARSE_BAD_CHARACTER, i};
+        }
+        if (wantsDigit) {
+            unsigned char& byte = parsed.m_bytes[form[i] - 'A'];
+            byte = static_cast<unsigned char>(byte * 16u + digit);
+        }
+    }
+    if (text.size() > form.size()) {
+        return {PARSE_TOO_LONG, form.size()};
+    }
+    value = parsed;
+    return {PARSE_DONE, text.size()};
+}
+
+struct Parsed {
+    Binary16 value;
+    ParseResult result;
+
+    constexpr explicit Parsed(std::string_view text) noexcept : result(parse(text, value)) {}
+};
+
+} // namespace detail
 
 /// @name Strict parsing
 /// Takes the hexadecimal form ("0x" and 32 digits) and the grouped form (36 characters), digits in
 /// either case, and nothing else, no white space either. A text that begins with "0x" is held
 /// against the hexadecimal form, every other against the grouped one. Without success `value` is
-/// unchanged. To read from a stream without checks there is Binary16::read().
+/// unchanged. To read from a stream without checks there is Binary16::read(), for identifiers in
+/// the source the literal `_id`.
 /// @{
 
 /// Reads the whole of `text` into `value`.
-HALVTYPES_API ParseResult parseBinary16(std::string_view text, Binary16& value) noexcept;
+[[nodiscard]] HALVTYPES_API constexpr ParseResult parseBinary16(std::string_view text,
+                                                                Binary16& value) noexcept {
+    return detail::parse(text, value);
+}
 /// Reads the whole of `text` into `value`.
-HALVTYPES_API ParseResult parseBinary16(std::wstring_view text, Binary16& value) noexcept;
+[[nodiscard]] HALVTYPES_API constexpr ParseResult parseBinary16(std::wstring_view text,
+                                                                Binary16& value) noexcept {
+    return detail::parse(text, value);
+}
 /// @}
+
+/// What a program takes in by `using namespace Halvora::literals;`.
+namespace literals {
+
+// The form of a literal that makes every use a constant expression, in C++17 too, is an extension
+// of GCC and Clang.
+#if defined(__clang__)
+#    pragma clang diagnostic push
+#    pragma clang diagnostic ignored "-Wgnu-string-literal-operator-template"
+#else
+#    pragma GCC diagnostic push
+#    pragma GCC diagnostic ignored "-Wpedantic"
+#endif
+
+/// The identifier that a text between quotes states, in one of the two forms of parseBinary16();
+/// another text does not compile: `"12345678-9abc-def0-0807-060504030201"_id`. Always a constant.
+template <typename Char, Char... Text>
+constexpr Binary16 operator""_id() noexcept {
+    static_assert(std::is_same_v<Char, char>, "an identifier is written as narrow text");
+    constexpr Char text[] = {Text..., 0};
+    constexpr detail::Parsed parsed(std::string_view(text, sizeof...(Text)));
+    static_assert(parsed.result.status == PARSE_DONE,
+                  "neither 0x and 32 hexadecimal digits nor 8-4-4-4-12 of them");
+    return parsed.value;
+}
+
+#if defined(__clang__)
+#    pragma clang diagnostic pop
+#else
+#    pragma GCC diagnostic pop
+#endif
+
+} // namespace literals
 
 } // namespace Halvora

@@ -25,7 +25,7 @@ constexpr bool inserts<S, Value, decltype(void(std::declval<S&>() << std::declva
 template <typename... Values>
 constexpr bool anyInserts = ((inserts<std::ostream, Values> || inserts<std::wostream, Values>) ||
                              ...);
-constexpr bool slipsIn = anyInserts<Binary16, HLVString, ResString, std::exception> ||
+constexpr bool slipsIn = anyInserts<HLVString, ResString, std::exception> ||
                          inserts<std::ostream, std::wstring>;
 
 #if !defined(WITH_ALL_HEADERS)

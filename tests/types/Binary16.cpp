@@ -1,60 +1,210 @@
-#include <Halvora/types/Binary16.h>
+#include <Halvora/text/Convert.h>
+#include <Halvora/types/ParseBinary16.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <iomanip>
 #include <locale>
 #include <random>
+#include <set>
+#include <sstream>
 
 using namespace Halvora;
+using namespace Halvora::literals;
 
 namespace {
 
 using Byte = unsigned char;
+using Bytes = std::array<Byte, 16>;
 
-template <typename T>
-void expectNumber(T const& number) {
-    Byte bytes[16] = {9, 8, 7, 6, 5, 4, 3, 2, 1, 2, 3, 4, 5, 6, 7, 8};
-    Binary16 value(bytes, 16);
-    std::memcpy(bytes, &number, sizeof number);
-    EXPECT_EQ(0, value.set(number));
-    T back{};
-    value.get(back);
-    EXPECT_TRUE(Binary16(bytes, 16) == value && number == back) << typeid(T).name();
-    if constexpr (sizeof(T) >= sizeof(int)) {
-        EXPECT_EQ(Binary16(bytes, sizeof number), Binary16(number)) << typeid(T).name();
+// "6B A7", byte 0 first.
+template <typename Value>
+std::string listOf(Value const& value) {
+    std::ostringstream list;
+    for (Byte i = 0; i < 16; ++i) {
+        list << std::hex << std::setw(3) << +value[i];
+    }
+    return list.str();
+}
+
+TEST(Binary16, isWhatItWasMadeOfAndShowsItAsText) {
+    Binary16 const zero;
+    struct {
+        Binary16 value;
+        char const* hexadecimal;
+        char const* grouped;
+    } const rows[] = {
+        {zero,                                 "0x00000000000000000000000000000000",   "00000000-0000-0000-0000-000000000000"           },
+        {-1,                                   "0x000000000000000000000000FFFFFFFF",   "ffffffff-0000-0000-0000-000000000000"           },
+        {-2ll,                                 "0x0000000000000000FFFFFFFFFFFFFFFE",   "fffffffe-ffff-ffff-0000-000000000000"           },
+        {true,                                 "0x00000000000000000000000000000001",   "00000001-0000-0000-0000-000000000000"           },
+        {1.0f,                                 "0x0000000000000000000000003F800000",   "3f800000-0000-0000-0000-000000000000"           },
+        {1.0,                                  "0x00000000000000003FF0000000000000",   "00000000-0000-3ff0-0000-000000000000"           },
+        {Binary16(0x12345678,                  0x9ABC,                                 0xDEF0,                                            0x0102030405060708),
+         "0x0102030405060708DEF09ABC12345678", "12345678-9abc-def0-0807-060504030201"},
+        {Binary16("abc", 3), "0x00000000000000000000000000636261",
+         "00636261-0000-0000-0000-000000000000"},
+        {Binary16(nullptr,                                  10),                                    "0x00000000000000000000000000000000",
+         "00000000-0000-0000-0000-000000000000"},
+        {Binary16::MAX,                     "0xFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF",
+         "ffffffff-ffff-ffff-ffff-ffffffffffff"},
+        {Binary16::fromUuidBytes("ABCDEFGHIJKLMNOP"),                                    "0x504F4E4D4C4B4A494748454641424344",
+         "41424344-4546-4748-494a-4b4c4d4e4f50"                                                      },
+        {"6ba7b810-9dad-11d1-80b4-00c04fd430c8"_id,                                    "0xC830D44FC000B48011D19DAD6BA7B810",
+         "6ba7b810-9dad-11d1-80b4-00c04fd430c8"         },
+    };
+    for (auto const& row : rows) {
+        std::ostringstream written, inserted;
+        std::wostringstream wide;
+        row.value.write(written);
+        EXPECT_EQ(row.hexadecimal, written.str());
+        inserted << std::setw(36) << std::left << row.value << '|';
+        wide << row.value;
+        EXPECT_EQ(row.hexadecimal + std::string("  |"), inserted.str());
+        EXPECT_EQ(Convert::toWString(row.hexadecimal), wide.str());
+        EXPECT_EQ(row.grouped, Convert::toAString(row.value));
+        EXPECT_EQ(Convert::toWString(row.grouped), Convert::toWString(row.value));
     }
 }
 
-template <typename... T>
-void expectNumbers(T const&... numbers) {
-    (expectNumber(numbers), ...);
+template <typename Char>
+void expectTextInBuffer(Binary16 const& value,
+                        std::size_t (Binary16::*put)(Char*, std::size_t) const noexcept,
+                        std::string const& expected) {
+    Char buffer[40];
+    for (std::size_t capacity = 0; capacity < 40; ++capacity) {
+        std::fill_n(buffer, 40, Char('~'));
+        bool const fits = capacity >= expected.size();
+        EXPECT_EQ(fits ? expected.size() : 0, (value.*put)(buffer, capacity));
+        std::string const left(40 - (fits ? expected.size() : 0), '~');
+        EXPECT_EQ((fits ? expected : "") + left, std::string(buffer, buffer + 40)) << capacity;
+    }
+    EXPECT_EQ(0u, (value.*put)(nullptr, 40));
 }
 
-TEST(Binary16, numbersLieInTheLeadingBytesAndLeaveTheOthers) {
-    using Word = unsigned short;
-    expectNumbers(true, false, Byte{254}, short{-2}, Word{65534}, -2, ~1u, -2L, ~1ul, -2LL, ~1ull,
-                  -1.5f, -1.5);
-    bool isSet = false;
-    Binary16(0x80).get(isSet); // not the 1 that set(true) writes
-    EXPECT_TRUE(isSet);
-    EXPECT_EQ(Binary16("\x78\x56\x34\x12\xBC\x9A\xF0\xDE\x8\x7\x6\x5\x4\x3\x2\x1", 16),
-              Binary16(0x12345678, 0x9ABC, 0xDEF0, 0x0102030405060708));
+TEST(Binary16, textGoesIntoABufferThatHoldsAllOfIt) {
+    Binary16 const value(0x12345678, 0x9ABC, 0xDEF0, 0x0102030405060708);
+    std::string const hexadecimal = "0x0102030405060708DEF09ABC12345678";
+    expectTextInBuffer<char>(value, &Binary16::toHexadecimal, hexadecimal);
+    expectTextInBuffer<wchar_t>(value, &Binary16::toHexadecimal, hexadecimal);
+    expectTextInBuffer<char>(value, &Binary16::toGrouped, Convert::toAString(value));
+    expectTextInBuffer<wchar_t>(value, &Binary16::toGrouped, Convert::toAString(value));
 }
 
-TEST(Binary16, bytesComeFromAnyAddressAndGoByIndex) {
-    for (unsigned int length = 0; length <= 40; ++length) {
-        std::vector<Byte> const raw(1 + length, 0xFF); // the run begins at an odd address
-        Binary16 value(raw.data() + 1, length);
-        for (Byte i = 0; i < 16; ++i) {
-            EXPECT_EQ(i < length ? 0xFF : 0, value[i]) << +i << " of " << length;
+// Steps on a value and on plain bytes; each answers what it does.
+class Program {
+public:
+    explicit Program(unsigned int seed) : m_random(seed) {}
+
+    std::string step() {
+        auto const bits = static_cast<long long>(m_random() << 32 ^ m_random() >> m_random() % 64);
+        switch (m_random() % 18) {
+        case 0: return set("bool", bits % 2 == 0);
+        case 1: return set("byte", static_cast<Byte>(bits));
+        case 2: return set("short", static_cast<short>(bits));
+        case 3: return set("unsigned short", static_cast<unsigned short>(bits));
+        case 4: return set("int", static_cast<int>(bits));
+        case 5: return set("unsigned", static_cast<unsigned int>(bits));
+        case 6: return set("long", static_cast<long>(bits));
+        case 7: return set("unsigned long", static_cast<unsigned long>(bits));
+        case 8: return set("long long", bits);
+        case 9: return set("unsigned long long", static_cast<unsigned long long>(bits));
+        case 10: return set("float", static_cast<float>(bits));
+        case 11: return set("double", static_cast<double>(bits));
+        case 12: return setByte(static_cast<Byte>(bits % 20), static_cast<Byte>(bits >> 8));
+        case 13: return setWhole();
+        case 14: return assignBytes();
+        case 15: return assignNull();
+        case 16: return takeRun(static_cast<unsigned int>(bits & 63));
+        default: return throughUuid();
         }
-        value = length < 16 ? nullptr : raw.data() + 1;
-        EXPECT_EQ(length < 16 ? Binary16::MIN : Binary16::MAX, value);
     }
-    Binary16 value(nullptr, 10);
+    Binary16 value;
+    Bytes expected = {};
+
+private:
+    template <typename T>
+    std::string set(char const* type, T const& number) {
+        std::copy_n(reinterpret_cast<Byte const*>(&number), sizeof number, expected.begin());
+        bool const isSet = value.set(number) == 0;
+        T back{};
+        value.get(back);
+        if constexpr (sizeof number >= sizeof(int)) {
+            Bytes alone = {};
+            std::copy_n(expected.begin(), sizeof number, alone.begin());
+            EXPECT_EQ(listOf(alone), listOf(Binary16(number)));
+        }
+        EXPECT_TRUE(isSet && back == number) << type;
+        return std::string("set ") + type;
+    }
+    std::string setByte(Byte index, Byte byte) {
+        EXPECT_EQ(index < 16 ? 0 : -1004996, value.set(index, byte));
+        if (index < 16) {
+            expected[index] = byte;
+        }
+        return "set byte " + std::to_string(index);
+    }
+    std::string setWhole() {
+        std::generate(expected.begin(), expected.end(), [&] { return Byte(m_random()); });
+        EXPECT_EQ(0, value.set(Binary16(expected.data(), 16)));
+        return "set all";
+    }
+    std::string assignBytes() {
+        Byte raw[17]; // from an odd address
+        std::generate(raw, raw + 17, [&] { return Byte(m_random()); });
+        std::copy_n(raw + 1, 16, expected.begin());
+        value = raw + 1;
+        return "assign bytes";
+    }
+    std::string assignNull() {
+        expected = {};
+        value.set(Binary16::MAX);
+        value = nullptr;
+        return "assign null over MAX";
+    }
+    std::string takeRun(unsigned int length) {
+        std::vector<Byte> const raw(1 + length, Byte(m_random())); // its end is the heap block's
+        expected = {};
+        for (unsigned int i = 0; i < std::min(16u, length); ++i) {
+            expected[i] = raw[1 + i];
+        }
+        value = Binary16(raw.data() + 1, length);
+        return "take " + std::to_string(length) + " bytes";
+    }
+    std::string throughUuid() {
+        Bytes uuid = {};
+        Byte const order[] = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
+        value.toUuidBytes(uuid.data());
+        for (Byte i = 0; i < 16; ++i) {
+            EXPECT_EQ(expected[order[i]], uuid[i]) << "byte " << +i << " of the UUID";
+        }
+        value.toUuidBytes(&value); // over itself
+        EXPECT_EQ(Binary16(uuid.data(), 16), value);
+        value = Binary16::fromUuidBytes(uuid.data());
+        return "as a UUID and back";
+    }
+
+    std::mt19937_64 m_random;
+};
+
+TEST(Binary16, holdsWhatAProgramOfRandomStepsLeavesInPlainBytes) {
+    for (unsigned int seed = 0; seed < 200; ++seed) {
+        Program program(seed);
+        std::string steps;
+        for (int i = 0; i < 100 && !::testing::Test::HasFailure(); ++i) {
+            steps += program.step() + ", ";
+            EXPECT_EQ(listOf(program.expected), listOf(program.value))
+                << "after: " << steps.substr(std::max<std::size_t>(100, steps.size()) - 100);
+        }
+    }
+}
+
+TEST(Binary16, anIndexBehindTheBytesIsRefused) {
+    Binary16 value;
     for (Byte const index : {Byte{16}, Byte{31}, Byte{255}}) {
-        EXPECT_EQ(ERR_OUT_OF_RANGE, value.set(index, 1));
+        EXPECT_EQ(-1004996, value.set(index, 1)) << +index;
         try {
             ADD_FAILURE() << value[index];
         } catch (std::out_of_range const& e) {
@@ -62,6 +212,11 @@ TEST(Binary16, bytesComeFromAnyAddressAndGoByIndex) {
         }
     }
     EXPECT_EQ(Binary16::EMPTY, value);
+    EXPECT_EQ(Binary16::MIN, Binary16::fromUuidBytes(nullptr));
+    Binary16::MAX.toUuidBytes(nullptr);
+    bool isSet = false;
+    Binary16(0x80).get(isSet); // not the 1 that set(true) writes
+    EXPECT_TRUE(isSet);
 }
 
 TEST(Binary16, comparisonAndHashSeeEveryBit) {
@@ -81,104 +236,16 @@ TEST(Binary16, comparisonAndHashSeeEveryBit) {
     EXPECT_EQ(128u, hashes.size());
 }
 
-// A locale with wide digits of its own.
-struct Circled : std::ctype<wchar_t> {
-    char const* do_widen(char const* from, char const* end, wchar_t* to) const override {
-        return std::transform(from, end, to, [](char c) { return 0x2400 + c; }), end;
-    }
-};
-
-// A field width is spent on the first insertion: "0", and L"0x" on a wide stream.
-template <typename Char>
-void expectText(Binary16 const& value, std::size_t width) {
-    bool const left = width % 2 == 0;
-    constexpr std::size_t first = sizeof(Char) == 1 ? 1 : 2;
-    std::basic_string<Char> expected = {'0', 'x'};
-    for (int i = 0; i < 32; ++i) {
-        int const byte = value[static_cast<Byte>(15 - i / 2)];
-        int const digit = "0123456789ABCDEF"[i % 2 == 0 ? byte / 16 : byte % 16];
-        expected += static_cast<Char>(first == 1 ? digit : digit + 0x2400);
-    }
-    expected.insert(left ? first : 0, std::max(width, first) - first, '*');
-    std::basic_ostringstream<Char> stream;
-    stream.imbue(std::locale(std::locale(), new Circled));
-    stream << (left ? std::left : std::right) << std::setfill(Char('*'))
-           << std::setw(static_cast<int>(width));
-    EXPECT_EQ(&stream, &value.write(stream));
-    EXPECT_EQ(expected, stream.str()) << "width " << width;
-}
-
-TEST(Binary16, theTextIsWrittenAsInsertionsOfItsCharacters) {
-    std::mt19937_64 random(2);
-    for (std::size_t width = 0; width < 40; ++width) {
-        Binary16 const value(0x0189ABEF, 0xCD23, 0x4567, random());
-        expectText<char>(value, width);
-        expectText<wchar_t>(value, width);
-    }
-}
-
-// Formatted extractions, one a character.
-std::istream& readSlowly(std::istream& stream, Binary16& value) {
-    auto const valueOf = [](char digit) {
-        std::size_t const at = std::string("0123456789:;<=>?ABCDEFabcdef").find(digit);
-        return at < 16 ? at : at < 22 ? at - 6 : at < 28 ? at - 12 : 0;
-    };
-    value = Binary16();
-    char high = 0, low = 0;
-    stream.ignore(2);
-    for (int i = 15; i >= 0 && stream >> high >> low; --i) {
-        value.set(static_cast<Byte>(i), static_cast<Byte>(valueOf(high) * 16 + valueOf(low)));
-    }
-    return stream;
-}
-
-TEST(Binary16, readingIsAsGoodAsFormattedExtractions) {
-    std::mt19937 random(3);
-    for (int round = 0; round < 20000; ++round) {
-        std::string text(random() % 72, ' '), outcomes[2];
-        for (char& c : text) {
-            c = random() % 9 == 0 ? static_cast<char>(random())
-                                  : " \t\n\v\f\r0123456789:;<=>?ABCDEFabcdef/@G`g"[random() % 39];
-        }
-        auto const mask = static_cast<std::ios::iostate>(random() % 8);
-        for (bool const slow : {false, true}) {
-            std::istringstream stream(text);
-            stream.exceptions(mask);
-            stream >> (round % 4 == 0 ? std::noskipws : std::skipws);
-            Binary16 value = Binary16::MAX;
-            std::ostringstream outcome;
-            try {
-                slow ? readSlowly(stream, value) : value.read(stream);
-            } catch (std::ios::failure const&) {
-                outcome << "thrown ";
-            }
-            value.write(outcome) << stream.rdstate() << stream.rdbuf();
-            outcomes[slow] = outcome.str();
-        }
-        EXPECT_EQ(outcomes[true], outcomes[false]) << text;
-    }
-}
-
-// Throws behind its text.
-struct Breaking : std::stringbuf {
-    using std::stringbuf::stringbuf;
-    int_type underflow() override { throw gptr(); }
-};
-
-TEST(Binary16, anExceptionOfTheBufferIsKeptInTheStateOrGoesOn) {
-    for (unsigned int i = 0; i < 68; ++i) {
-        Breaking buffer(std::string(i / 2, 'F'));
-        std::istream stream(&buffer);
-        stream.exceptions(i % 2 == 0 ? std::ios::goodbit : std::ios::badbit);
-        Binary16 value = Binary16::MAX;
-        try {
-            value.read(stream);
-            EXPECT_EQ(0, i % 2);
-        } catch (char*) {
-            EXPECT_EQ(1, i % 2);
-        }
-        EXPECT_TRUE(stream.bad() && value[0] == 0) << i;
-    }
-}
+// Constants, of which nothing is left to do when the program is loaded.
+constexpr Binary16 constant("0x0102030405060708DEF09ABC12345678"_id);
+static_assert(constant == Binary16(0x12345678, 0x9ABC, 0xDEF0, 0x0102030405060708) &&
+              constant != Binary16(-1) && Binary16(1u) < Binary16(2l) && Binary16() <= 0 &&
+              Binary16(256) < Binary16(1ull) && Binary16(-1ll) > Binary16(-1) &&
+              Binary16(1) >= 1ul);
+#if defined(__cpp_nontype_template_args) && __cpp_nontype_template_args >= 201911
+template <Binary16 Id>
+constexpr Binary16 argument = Id;
+static_assert(argument<constant> == constant && (constant <=> Binary16(1)) > 0);
+#endif
 
 } // namespace
