@@ -1,9 +1,9 @@
 #pragma once
 
-// std::format for Binary16, HLVError, HLVError::Param and KrVersion, where the standard library has
-// <format>: the text that they write to a stream under the classic locale, with the fill, alignment
-// and width of a text. Binary16 takes only "{}" for its hexadecimal and "{:g}" for its grouped
-// form.
+/// @file
+/// `std::format` for `Binary16`, `HLVError`, `HLVError::Param` and `KrVersion`, where the standard
+/// library has it: the text that they write to a stream under the classic locale, with the fill,
+/// alignment and width of a text.
 
 #if defined(__has_include)
 #    if __has_include(<version>)
@@ -41,24 +41,25 @@ struct StreamFormatter : std::formatter<std::basic_string_view<Char>, Char> {
 
 } // namespace Halvora::detail
 
-// The whole chain.
+/// The whole chain.
 template <typename Char>
 struct std::formatter<Halvora::HLVError, Char>
     : Halvora::detail::StreamFormatter<Halvora::HLVError, Char> {};
 
-// The value alone.
+/// The value alone.
 template <typename Char>
 struct std::formatter<Halvora::HLVError::Param, Char>
     : Halvora::detail::StreamFormatter<Halvora::HLVError::Param, Char> {};
 
-// The number, and the release type where it is written.
+/// The number, and the release type where it is written.
 template <typename Char>
 struct std::formatter<Halvora::KrVersion, Char>
     : Halvora::detail::StreamFormatter<Halvora::KrVersion, Char> {};
 
-// "{}" is the hexadecimal, "{:g}" the grouped form; all else is std::format_error.
+/// `{}` is the hexadecimal, `{:g}` the grouped form.
 template <typename Char>
 struct std::formatter<Halvora::Binary16, Char> {
+    /// Takes `g` or nothing; all else is `std::format_error`.
     template <typename Context>
     constexpr auto parse(Context& context) {
         auto at = context.begin();
@@ -72,6 +73,7 @@ struct std::formatter<Halvora::Binary16, Char> {
         return at;
     }
 
+    /// Writes the form that was asked for.
     template <typename Context>
     auto format(Halvora::Binary16 const& value, Context& context) const {
         std::basic_string<Char> text;
