@@ -25,22 +25,21 @@ namespace Halvora {
 /// What is no record is a `Fault`: reported, counted and skipped. The next record then begins
 /// - `strayQuote`: behind the line of the quote, which stands in a field not begun by one, or is
 ///   followed by other text on the line where its field began;
-/// - `openQuote`: behind the line where the quoted field began, of which the end is not found
-/// within
-///   the text and `maxRecordLength()`, or is followed by other text on a later line. A forgotten
-///   quote costs its line and not the rest of the text;
+/// - `openQuote`: behind the line where the quoted field began, of which the end is not found in
+///   the text or not within `maxRecordLength()`, or is followed by other text on a later line. A
+///   forgotten quote costs its line and not the rest of the text;
 /// - `recordTooLong`: behind the line that goes beyond `maxRecordLength()`.
 ///
 /// Each line is a blank one or belongs to one record or one fault, and `Counts` adds up.
 ///
 /// @code
-/// std::ifstream file("registry.csv", std::ios::binary);
-/// CsvReader reader(file);
+/// CsvReader reader("pump,\"3, north\"\nval\"ve,4\n");
 /// reader.onFault([](CsvReader::Fault const& fault) {
-///     std::cerr << fault.line << ':' << fault.column << ": " << fault.what() << '\n';
+///     std::cout << "line " << fault.line << ", column " << fault.column << ": " << fault.what()
+///               << '\n';
 /// });
-/// for (std::vector<std::string> fields; reader.next(fields);) {
-///     use(fields);
+/// for (std::vector<std::string> record; reader.next(record);) {
+///     std::cout << record.size() << " fields, the last: " << record.back() << '\n';
 /// }
 /// @endcode
 ///

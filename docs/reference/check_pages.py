@@ -68,11 +68,20 @@ def squeezed(text):
     return re.sub(r"\s+", "", re.sub(r"^\s*//! ?\[.*$", "", text, flags=re.MULTILINE))
 
 
+def text_of(path):
+    """A page, or a header's contracts with their samples as fences."""
+    text = path.read_text(encoding="utf-8")
+    if path.suffix == ".md":
+        return text
+    contracts = re.sub(r"^ */// ?|^(?! *///).*$", "", text, flags=re.MULTILINE)
+    return contracts.replace("@code\n", "```cpp\n").replace("@endcode", "```")
+
+
 def code_and_output(pages, root):
     files = [path for path in (root / "examples").rglob("*") if path.is_file()]
     sources = [squeezed(path.read_text(encoding="utf-8", errors="replace")) for path in files]
-    for page in pages:
-        text = page.read_text(encoding="utf-8")
+    for page in [*pages, *sorted((root / "Halvora").rglob("*.h"))]:
+        text = text_of(page)
         for fence in FENCE.finditer(text):
             is_output = re.search(r"prints:?\s*$", text[: fence.start()])
             if fence[2] != "cpp" and not is_output:
