@@ -16,8 +16,8 @@ constexpr bool isControl(std::uint32_t character) {
     return character < 0x20 || (character >= 0x7F && character < 0xA0);
 }
 
-// Calls take(character) for each: the two units of a pair of surrogates are one character; a lone
-// one and what is no character at all become U+FFFD.
+// Calls take(character) for each: the two units of a pair of surrogates are one character, a lone
+// one is passed on, and what is no character at all becomes U+FFFD.
 template <typename Take>
 void forEachCharacter(std::wstring_view text, Take take) {
     auto const unitAt = [&](std::size_t i) {
@@ -28,11 +28,13 @@ void forEachCharacter(std::wstring_view text, Take take) {
         if ((character & ~0x3FFu) == 0xD800 && (unitAt(i + 1) & ~0x3FFu) == 0xDC00) {
             character = 0x10000 + ((character & 0x3FF) << 10) + (unitAt(++i) & 0x3FF);
         }
-        take(isSurrogate(character) || character > 0x10FFFF ? 0xFFFD : character);
+        take(character > 0x10FFFF ? 0xFFFD : character);
     }
 }
 
+// A lone surrogate as U+FFFD.
 inline void appendUtf8(std::string& out, std::uint32_t character) {
+    character = isSurrogate(character) ? 0xFFFD : character;
     auto const append = [&out](std::uint32_t byte) { out += static_cast<char>(byte); };
     if (character < 0x80) {
         append(character);

@@ -23,7 +23,7 @@ std::basic_string<Char> readable(std::wstring_view text) {
         if constexpr (sizeof(Char) == 1) {
             appendUtf8(out, character);
         } else {
-            out += static_cast<Char>(character);
+            out += static_cast<Char>(isSurrogate(character) ? 0xFFFD : character);
         }
     });
     return out;

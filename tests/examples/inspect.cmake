@@ -64,7 +64,14 @@ set(raw-slot_6 "{\"offset\":6,\"kind\":\"raw-slot\",\"size\":6,${none},${lost}")
 set(id_0 "{\"offset\":0,\"kind\":\"id\",\"size\":16,${pump_json}}\n")
 set(id_16 "{\"offset\":16,\"kind\":\"id\",\"size\":16,${no_json}}\n")
 
-set(damaged "^Error -1004996\n  P1:")
+# What is said of damaged input, up to the offset: for a reader, and as JSON.
+set(file "^badInput \\(-1\\): [^\n]+\n  file: [^\n]+\n")
+set(cut "${file}truncated \\(-4\\): [^\n]+\n  offset:")
+set(long "${file}impossible \\(-5\\): [^\n]+\n  offset: [0-9]+\n  units:")
+set(number "{\"type\":\"UInt64\",\"value\":")
+set(file_json "^{\"chain\":\\[{\"code\":-1,\"params\":\\[{\"type\":\"String\",\"value\":\"[^\"]+\"}\\]},")
+set(cut_json "${file_json}{\"code\":-4,\"params\":\\[${number}")
+set(long_json "${file_json}{\"code\":-5,\"params\":\\[${number}")
 
 # Cut behind every byte: what is whole is printed, and where the rest begins is said.
 foreach(row IN ITEMS packed:20:38 slot:22:44 raw:4:6 raw-slot:6:12 id:16:32)
@@ -85,11 +92,11 @@ foreach(row IN ITEMS packed:20:38 slot:22:44 raw:4:6 raw-slot:6:12 id:16:32)
         if(length EQUAL 0)
             expect(0 "" "^$" ${options} cut)
         elseif(length LESS second)
-            expect(1 "" "${damaged} 0\n  P2: truncated: [0-9]+ of [0-9]+ bytes\n$" ${options} cut)
+            expect(1 "" "${cut_json}0},${number}${length}},${number}[0-9]+}\\]}\\]}\n$" ${options} cut)
         elseif(length EQUAL second)
             expect(0 "${${kind}_0}" "^$" ${options} cut)
         elseif(length LESS size)
-            expect(1 "${${kind}_0}" "${damaged} ${second}\n  P2: truncated: " ${options} cut)
+            expect(1 "${${kind}_0}" "${cut_json}${second}}," ${options} cut)
         else()
             expect(0 "${${kind}_0}${${kind}_${second}}" "^$" ${options} cut)
         endif()
@@ -111,7 +118,10 @@ expect(0 "offset 0 (0x0): id, 16 bytes\n${ids}" "^$" --kind id --stride 32 id)
 write_bytes(${WORK_DIR}/characters
     "0F 00 7F 00 22 00 5C 00 0A 00 3D D8 00 DE 00 D8 00 DC 00 DC 00 D8 9B 00 E9 00 AC 20 00 D8 FF DB")
 set(text [=[\u007f\"\\\u000a😀𐀀\udc00\ud800\u009bé€\ud800\udbff]=])
-expect(0 "{\"offset\":0,\"kind\":\"raw\",\"size\":32,\"length\":15,\"text\":\"${text}\"}\n" "^$"
+string(REGEX REPLACE "\\\\ud[89b-f][0f][0f]" "�" json_text "${text}")
+expect(0 "offset 0 (0x0): raw, 32 bytes\n  text  \"${text}\"\n  units 15\n" "^$"
+    --kind raw characters)
+expect(0 "{\"offset\":0,\"kind\":\"raw\",\"size\":32,\"length\":15,\"text\":\"${json_text}\"}\n" "^$"
     --kind raw --json characters)
 
 # A default slot has room for the longest text. Records that lie across many blocks of the file.
@@ -139,10 +149,9 @@ expect(0 "${raw_4}" "^$" --kind raw --json --offset 4 -)
 # A stride goes on behind a damaged record, and may be smaller than the records.
 write_bytes(${WORK_DIR}/impossible "01 00 61 00 FF FF FF FF 00 00")
 write_bytes(${WORK_DIR}/zeros "00 00 00 00 00 00 00")
-set(above "2: impossible: a length of")
-expect(1 "${raw_0}" "${damaged} 4\n  P${above} 65535 units, above 512\n$"
+expect(1 "${raw_0}" "${long_json}4},${number}65535},${number}512}"
     --kind raw --json impossible)
-expect(1 "${raw_0}{\"offset\":8,\"kind\":\"raw\",\"size\":2,${none}}\n" "${damaged} 4\n[^\n]+\n$"
+expect(1 "${raw_0}{\"offset\":8,\"kind\":\"raw\",\"size\":2,${none}}\n" "${long_json}4},"
     --kind raw --json --stride 4 impossible)
 expect(0 "${raw_4}{\"offset\":5,\"kind\":\"raw\",\"size\":2,${none}}\n" "^$"
     --kind raw --json --offset 4 --stride 1 --count 2 zeros)
@@ -150,27 +159,29 @@ expect(0 "${raw_4}{\"offset\":5,\"kind\":\"raw\",\"size\":2,${none}}\n" "^$"
 # One unit more than there can be, and than the slot has room for.
 write_bytes(${WORK_DIR}/packed129 "${no_id} 81 00")
 write_bytes(${WORK_DIR}/raw513 "01 02")
-expect(1 "" "${damaged} 0\n  P${above} 129 units, above 128\n$" --kind packed packed129)
-expect(1 "" "${above} 129 units, above 128\n$" --kind slot packed129)
-expect(1 "" "${above} 129 units, above 128\n$" --kind slot --capacity 65535 packed129)
-expect(1 "" "${above} 513 units, above 512\n$" --kind raw raw513)
-expect(1 "" "${above} 1 units, above 0\n$" --kind slot --capacity 0 packed)
+expect(1 "" "${long} 129\n  most: 128\n$" --kind packed packed129)
+expect(1 "" "${long} 129\n  most: 128\n$" --kind slot packed129)
+expect(1 "" "${long} 129\n  most: 128\n$" --kind slot --capacity 65535 packed129)
+expect(1 "" "${long} 513\n  most: 512\n$" --kind raw raw513)
+expect(1 "" "${long} 1\n  most: 0\n$" --kind slot --capacity 0 packed)
 
 # Fewer records than asked for, none where they should begin, nothing to read or to write to.
-expect(1 "${raw_0}${raw_4}" "${damaged} 8\n  P2: truncated: 0 of 2 bytes\n$"
+expect(1 "${raw_0}${raw_4}" "${cut_json}8},${number}0},${number}2}"
     --kind raw --json --count 0x5 --stride 4 raw)
-expect(1 "" "${damaged} 6\n" --kind raw --offset 6 raw)
-expect(1 "" "${damaged} 9223372036854775807\n" --kind raw --offset 0x7FFFFFFFFFFFFFFF raw)
+expect(1 "" "${cut} 6\n  bytes: 0\n  wanted: 2\n$" --kind raw --offset 6 raw)
+expect(1 "" "${cut} 9223372036854775807\n" --kind raw --offset 0x7FFFFFFFFFFFFFFF raw)
 expect(0 "" "^$" --kind raw --count 0 raw)
-expect(1 "" "^Error -2\n  P1: missing\n  P2: [^\n]+\n$" --kind raw missing)
-expect(1 "" "^Error -21\n  P1: 0\n  P2: [^\n]+\n$" --kind raw folder)
+expect(1 "" "^badInput [^\n]+\n  file: missing\nmissing \\(-2\\): [^\n]+\n  reason: [^\n]+\n$"
+    --kind raw missing)
+expect(1 "" "${file}unreadable \\(-3\\): [^\n]+\n  offset: 0\n  reason: [^\n]+\n$"
+    --kind raw folder)
 execute_process(
     COMMAND ${PROGRAM} --kind raw ${WORK_DIR}/raw
     OUTPUT_FILE /dev/full
     ERROR_VARIABLE errors
     RESULT_VARIABLE result
 )
-if(NOT result EQUAL 1 OR NOT errors MATCHES "^Error -5\n  P1: standard output\n")
+if(NOT result EQUAL 1 OR NOT errors MATCHES "^unwritable \\(-6\\): ")
     message(SEND_ERROR "a full device ends with ${result}: ${errors}")
 endif()
 

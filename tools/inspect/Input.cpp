@@ -9,16 +9,14 @@
 
 #include <Halvora/error/HLVErrorException.h>
 
-using namespace Halvora;
+#include "Errors.h"
 
-void refuse(int code, HLVError::Param* where, std::string const& reason) {
-    throw HLVErrorException(new HLVError(code, where, new HLVError::Param(reason)), "");
-}
+using namespace Halvora;
 
 Input::Input(std::string const& path)
     : m_file(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY)) {
     if (m_file < 0) {
-        refuse(-errno, new HLVError::Param(path), std::strerror(errno));
+        throw HLVErrorException(HLVError::create(missing, std::strerror(errno)), "");
     }
 }
 
@@ -39,7 +37,8 @@ bool Input::readBlock() {
     char block[0x2000];
     ssize_t const got = read(m_file, block, sizeof block);
     if (got < 0) {
-        refuse(-errno, new HLVError::Param(m_start + m_window.size()), std::strerror(errno));
+        throw HLVErrorException(
+            HLVError::create(unreadable, m_start + m_window.size(), std::strerror(errno)), "");
     }
     m_window.append(block, static_cast<std::size_t>(got));
     return got != 0;

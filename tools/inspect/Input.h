@@ -1,18 +1,13 @@
 #pragma once
 
-#include <Halvora/error/HLVError.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-// Throws a HLVErrorException. Takes ownership of `where`, which becomes parameter 0; the reason
-// becomes parameter 1.
-[[noreturn]] void refuse(int code, Halvora::HLVError::Param* where, std::string const& reason);
-
 // A file or standard input, read once from front to back. Only what is still of use is kept, so it
-// may be larger than memory. What the system refuses is thrown, under its negative error number.
+// may be larger than memory. What the system refuses is thrown as a
+// HLVErrorException, in the words of the system.
 class Input {
 public:
     explicit Input(std::string const& path); // "-" is standard input

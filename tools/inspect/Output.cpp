@@ -3,45 +3,31 @@
 #include <cstdio>
 #include <ostream>
 
+#include <Halvora/error/Json.h>
 #include <Halvora/text/Convert.h>
-
-#include "../../examples/support/Utf8.h"
 
 using namespace Halvora;
 
 namespace {
 
-// What steers terminals (U+007F and up do that too), and a surrogate without its other half.
-bool needsEscape(std::uint32_t code) {
-    return code < 0x20 || (code >= 0x7F && code < 0xA0) || (code >= 0xD800 && code < 0xE000);
-}
-
 std::string quoted(std::wstring const& units) {
     std::string out = "\"";
-    for (std::size_t i = 0; i < units.size(); ++i) {
-        auto code = static_cast<std::uint32_t>(units[i]);
-        auto const next = static_cast<std::uint32_t>(units.c_str()[i + 1]);
-        if ((code & 0xFC00) == 0xD800 && (next & 0xFC00) == 0xDC00) {
-            code = 0x10000 + ((code & 0x3FF) << 10) + (next & 0x3FF);
-            ++i;
-        }
-        if (needsEscape(code)) {
+    detail::forEachCharacter(units, [&out](std::uint32_t code) {
+        if (detail::isControl(code) || detail::isSurrogate(code)) {
             char escape[16];
             std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned int>(code));
             out += escape;
-            continue;
+            return;
         }
-        if (code == '"' || code == '\\') {
-            out += '\\';
-        }
-        out += toUtf8(std::wstring(1, static_cast<wchar_t>(code)));
-    }
+        out += code == '"' || code == '\\' ? "\\" : "";
+        detail::appendUtf8(out, code);
+    });
     return out += '"';
 }
 
 } // namespace
 
-void writeText(std::ostream& stream, Kind const& kind, Record const& record) {
+void printText(std::ostream& stream, Kind const& kind, Record const& record) {
     stream << "offset " << record.offset << " (0x" << std::hex << record.offset << std::dec
            << "): " << kind.name << ", " << record.size << " bytes\n";
     if (kind.idSize != 0) {
@@ -56,18 +42,20 @@ void writeText(std::ostream& stream, Kind const& kind, Record const& record) {
     }
 }
 
-void writeJson(std::ostream& stream, Kind const& kind, Record const& record) {
-    stream << "{\"offset\":" << record.offset << ",\"kind\":\"" << kind.name
-           << "\",\"size\":" << record.size;
+void printJson(std::ostream& stream, Kind const& kind, Record const& record) {
+    std::string line = "{\"offset\":" + std::to_string(record.offset) + ",\"kind\":\"" + kind.name +
+                       "\",\"size\":" + std::to_string(record.size);
     if (kind.idSize != 0) {
-        record.id.write(stream << ",\"id\":\"");
-        stream << "\",\"grouped\":\"" << Convert::toAString(record.id) << '"';
+        line += ",\"id\":";
+        detail::appendJsonId(line, record.id);
     }
     if (kind.maxLength != 0) {
-        stream << ",\"length\":" << record.text.size() << ",\"text\":" << quoted(record.text);
+        line += ",\"length\":" + std::to_string(record.text.size()) + ",\"text\":";
+        detail::appendJsonText(line, record.text);
     }
     if (kind.isSlot) {
-        stream << ",\"fillIntact\":" << (record.isFillIntact ? "true" : "false");
+        line += ",\"fillIntact\":";
+        line += record.isFillIntact ? "true" : "false";
     }
-    stream << "}\n";
+    stream << line << "}\n";
 }

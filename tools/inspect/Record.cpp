@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <cstring>
 
+#include <Halvora/error/HLVErrorException.h>
 #include <Halvora/text/ResString.h>
+
 #include <Halvora/text/VarChar.h>
-#include <Halvora/types/ResultCodes.h>
+
+#include "Errors.h"
 
 using namespace Halvora;
 
@@ -19,16 +22,17 @@ constexpr Kind kinds[] = {
     {"id",       16, 0,                    false, 0   },
 };
 
-[[noreturn]] void refuseRecord(std::uint64_t offset, std::string const& reason) {
-    refuse(ERR_OUT_OF_RANGE, new HLVError::Param(offset), reason);
+// Sizes in bytes, lengths in units.
+[[noreturn]] void refuse(Report code, std::uint64_t offset, std::uint64_t found,
+                         std::uint64_t wanted) {
+    throw HLVErrorException(HLVError::create(code, offset, found, wanted), "");
 }
 
 // Fewer bytes are refused.
 std::string_view wholeAt(Input& input, std::uint64_t offset, std::size_t size) {
     std::string_view const bytes = input.at(offset, size);
     if (bytes.size() < size) {
-        refuseRecord(offset, "truncated: " + std::to_string(bytes.size()) + " of " +
-                                 std::to_string(size) + " bytes");
+        refuse(truncated, offset, bytes.size(), size);
     }
     return bytes;
 }
@@ -61,8 +65,7 @@ Record readRecord(Input& input, Kind const& kind, std::size_t capacity, std::uin
     unsigned short length = 0;
     std::memcpy(&length, wholeAt(input, offset, head).data() + kind.idSize, head - kind.idSize);
     if (length > room) {
-        refuseRecord(offset, "impossible: a length of " + std::to_string(length) +
-                                 " units, above " + std::to_string(room));
+        refuse(impossible, offset, length, room);
     }
     std::size_t const size = head + 2 * (kind.isSlot ? capacity : length);
     std::string_view const bytes = wholeAt(input, offset, size);

@@ -2,14 +2,19 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
+
 #include <iostream>
 #include <optional>
 
 #include <getopt.h>
 
 #include <Halvora/error/HLVErrorException.h>
+#include <Halvora/error/Json.h>
 
 #include "../../examples/support/Endings.h"
+#include "../../examples/support/Utf8.h"
+#include "Errors.h"
 #include "Input.h"
 #include "Output.h"
 #include "Record.h"
@@ -31,7 +36,7 @@ Prints what the library laid into a file, a memory dump or, without a file, stan
   --stride N     from one record's start to the next one's, in bytes (the record's size)
   --capacity N   what a slot has room for, in code units, up to 65535 (slot: 128, raw-slot: 512)
   --count N      how many records there must be (all up to the end)
-  --json         one JSON object a line
+    --json         one JSON object a line, also of errors
 
 Numbers are decimal, or hexadecimal behind 0x. With a stride, a damaged record is reported and the
 next one read; without, nothing tells where the next one begins.
@@ -108,16 +113,29 @@ bool parseOptions(int argc, char** argv, Options& options) {
            (optind + 1 >= argc || complain("more than one file"));
 }
 
+// The error, wrapped in the file where it is.
+HLVError::Holder inFile(Options const& options, HLVError const& error) {
+    HLVError::Holder holder = HLVError::copy(&error);
+    holder.prepend(badInput, options.path == "-" ? L"standard input" : fromUtf8(options.path));
+    return holder;
+}
+
+void report(Options const& options, HLVError::Holder const& holder) {
+    static CatalogueTranslator const translator(catalogue<reports>, "en");
+    options.isJson ? writeJson(std::cerr, *holder.getError())
+                   : describe(std::cerr, *holder.getError(), translator);
+}
+
 // The record's size in bytes; 0 when it cannot be read, and standard error then says why.
 std::size_t printRecord(Options const& options, Input& input, std::uint64_t offset) {
     try {
         auto const capacity = options.capacity.value_or(options.kind->maxLength);
         auto const record =
             readRecord(input, *options.kind, static_cast<std::size_t>(capacity), offset);
-        (options.isJson ? writeJson : writeText)(std::cout, *options.kind, record);
+        (options.isJson ? printJson : printText)(std::cout, *options.kind, record);
         return record.size;
     } catch (HLVErrorException const& e) {
-        std::cerr << e.error() << '\n';
+        report(options, inFile(options, *e.error()));
         return 0;
     }
 }
@@ -154,13 +172,12 @@ int main(int argc, char** argv) {
     try {
         bool const areWhole = printRecords(options);
         if (!std::cout.flush()) {
-            refuse(-EIO, new HLVError::Param("standard output"), "cannot be written");
+            report(options, HLVError::create(unwritable, std::strerror(errno)));
+            std::_Exit(1);
         }
         return areWhole ? 0 : 1;
     } catch (HLVErrorException const& e) {
-        std::cerr << e.error() << '\n';
-    } catch (std::exception const& e) {
-        std::cerr << HLVError(e) << '\n';
+        report(options, inFile(options, *e.error()));
     }
     return 1;
 }
