@@ -15,6 +15,7 @@
 
 #include <iconv.h>
 #include <strings.h>
+#include <tests/support/SlowSplit.h>
 
 #ifdef HALVTYPES_WITH_ABSEIL
 #    include <absl/strings/escaping.h>
@@ -37,6 +38,8 @@ using bench::add;
 using bench::addBoth;
 using bench::addSame;
 using bench::stopUnless;
+using test::splitByStream;
+using test::splitQuotedByStream;
 
 namespace {
 
@@ -170,42 +173,6 @@ void addConversions(std::size_t n) {
     };
     addNew("16-bit to narrow", n, "ICU", toNarrow() == narrow, toNarrow);
 #endif
-}
-
-template <typename Text>
-std::vector<Text>& splitByStream(Text const& text, typename Text::value_type separator,
-                                 std::vector<Text>& fields) {
-    fields.clear();
-    std::basic_istringstream<typename Text::value_type> stream(text);
-    for (Text field; std::getline(stream, field, separator);) {
-        fields.push_back(field);
-    }
-    return fields;
-}
-
-// The quoted rules, spelled with streams.
-template <typename Text>
-std::vector<Text>& splitQuotedByStream(Text const& text, typename Text::value_type separator,
-                                       std::vector<Text>& fields) {
-    fields.clear();
-    std::basic_istringstream<typename Text::value_type> stream(text);
-    for (Text item; std::getline(stream, item, separator);) {
-        bool const opens = !item.empty() && item.front() == '"';
-        if (opens && item.back() != '"') {
-            Text rest;
-            if (std::getline(stream, rest, typename Text::value_type('"'))) {
-                fields.push_back(item.substr(1) + separator + rest);
-                if (stream &&
-                    stream.peek() ==
-                        std::char_traits<typename Text::value_type>::to_int_type(separator)) {
-                    stream.ignore();
-                }
-            }
-        } else {
-            fields.push_back(opens && item.size() > 1 ? item.substr(1, item.size() - 2) : item);
-        }
-    }
-    return fields;
 }
 
 // Fields of contenders as ours.

@@ -47,15 +47,6 @@ static_assert(!std::is_default_constructible_v<std::hash<ResString>>);
 static_assert(!std::is_assignable_v<ResString&, int> &&
               !std::is_assignable_v<ResString&, eDataType>);
 
-template <typename Left, typename Right, typename = void>
-constexpr bool compares = false;
-template <typename Left, typename Right>
-constexpr bool compares<Left, Right, decltype(void(Left() == Right()))> = true;
-struct Derived : ResString2 {};
-static_assert(compares<ResString2, ResString> && compares<Derived, ResString2> &&
-              compares<Derived, Derived> && !compares<ResString2, char const*> &&
-              !compares<ResString2, std::nullptr_t>);
-
 void use(HLVArray& array, Binary16& value, ResString const& text) {
     static_cast<void>(array.addBool(true) + array.setBool(0, text == text) + value.set(true));
 #    if defined(HALV_CASE_4)
