@@ -22,6 +22,7 @@
 #include <Halvora/text/ITranslator.h>
 #include <Halvora/text/ResString.h>
 #include <Halvora/text/ResString2.h>
+#include <Halvora/text/Utf8.h>
 #include <Halvora/text/VarChar.h>
 #include <Halvora/types/Binary16.h>
 #include <Halvora/types/ElementTypes.h>

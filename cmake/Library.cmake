@@ -21,6 +21,7 @@ set(HALVTYPES_SOURCES
     Halvora/text/ResString.cpp
     Halvora/text/ResString2.cpp
     Halvora/text/VarChar.cpp
+    Halvora/text/Utf8.cpp
     Halvora/Abi.cpp
 )
 
@@ -43,6 +44,7 @@ set(HALVTYPES_HEADERS
     Halvora/text/ResString.h
     Halvora/text/ResString2.h
     Halvora/text/VarChar.h
+    Halvora/text/Utf8.h
     Halvora/text/CsvReader.h
     Halvora/text/CsvReaderInline.h
     Halvora/array/Braces.h
