@@ -11,6 +11,8 @@
 #include <numeric>
 #include <utility>
 
+#include <tests/support/ArrayModel.h>
+
 #ifdef HALVTYPES_WITH_QT
 #    include <QVector>
 #endif
@@ -25,25 +27,31 @@ namespace {
 
 constexpr std::size_t counts[] = {16, 256, 4096, 65535};
 
-// An element, and the operations of its type.
-template <typename T, auto Append, auto Set>
+// A value of one element type.
+template <typename Row>
 struct Sample {
+    using Value = typename Row::Value;
     std::string name;
-    T value;
-    eDataType type;
+    unsigned int seed;
+    Value value = Row::value(seed);
 
-    std::vector<T> times(std::size_t n) const { return std::vector<T>(n, value); }
+    std::vector<Value> times(std::size_t n) const { return std::vector<Value>(n, value); }
+
+    // An array of n such values, which has to be what the rules say.
+    HLVArray array(std::size_t n) const {
+        HLVArray made(static_cast<unsigned short>(n), times(n).data());
+        test::ArrayModel const model{Row::type, test::Seeds(n, seed), true};
+        stopUnless(model.differs(made).empty(), "an array of " + name);
+        return made;
+    }
 };
 
-using A = HLVArray;
-Sample<double, &A::addDouble, &A::setDouble> const doubles{"double", 0.5, DT_DOUBLE};
-Sample<int, &A::addInt32, &A::setInt32> const ints{"int", 5, DT_INT32};
-Sample<unsigned char, &A::addByte, &A::setByte> const bytes{"byte", 5, DT_BYTE};
-Sample<std::wstring, &A::addString, &A::setString> const shortTexts{"short text", L"ab", DT_STRING};
-Sample<std::wstring, &A::addString, &A::setString> const longTexts{
-    "long text", std::wstring(40, L'x'), DT_STRING};
-Sample<ResString, &A::addResString, &A::setResString> const resourceStrings{
-    "resource string", ResString(L"ab"), DT_STRINGRES};
+Sample<test::DoubleRow> const doubles{"double", 5};
+Sample<test::Int32Row> const ints{"int", 5};
+Sample<test::ByteRow> const bytes{"byte", 5};
+Sample<test::StringRow> const shortTexts{"short text", 2};
+Sample<test::StringRow> const longTexts{"long text", 40};
+Sample<test::ResStringRow> const resourceStrings{"resource string", 2};
 
 template <typename T>
 HLVArray arrayOf(std::vector<T> const& values) {
@@ -78,34 +86,34 @@ void addCopies(std::string const& name, char const* who, std::vector<T> const& v
     add(name, values.size(), who, [append] { benchmark::DoNotOptimize(append().get()); });
 }
 
-template <typename T, auto Append, auto Set>
-void addAppends(Sample<T, Append, Set> const& of, std::size_t n, char const* byCopy) {
+template <typename Row>
+void addAppends(Sample<Row> const& of, std::size_t n, char const* byCopy) {
     std::string const name = "append " + of.name;
-    addSame(name, n, "ours", arrayOf(of.times(n)), [n, of] {
-        HLVArray array(of.type);
+    addSame(name, n, "ours", of.array(n), [n, of] {
+        HLVArray array(Row::type);
         for (std::size_t i = 0; i < n; ++i) {
-            (array.*Append)(of.value);
+            Row::add(array, of.value);
         }
         return array;
     });
-    addPushes<std::vector<T>>(name, "limit", of.times(n));
+    addPushes<std::vector<typename Row::Value>>(name, "limit", of.times(n));
     if (n <= 4096) { // quadratic
         addCopies(name, byCopy, of.times(n));
     }
 }
 
-template <typename T, auto Append, auto Set>
-void addSetting(Sample<T, Append, Set> const& of, std::size_t n) {
+template <typename Row>
+void addSetting(Sample<Row> const& of, std::size_t n) {
     std::string const name = "init, then set " + of.name;
-    addSame(name, n, "ours", arrayOf(of.times(n)), [n, of] {
-        HLVArray array(of.type);
-        array.init(static_cast<unsigned short>(n), of.type);
+    addSame(name, n, "ours", of.array(n), [n, of] {
+        HLVArray array(Row::type);
+        array.init(static_cast<unsigned short>(n), Row::type);
         for (std::size_t i = 0; i < n; ++i) {
-            (array.*Set)(static_cast<unsigned short>(i), of.value);
+            Row::set(array, static_cast<unsigned short>(i), of.value);
         }
         return array;
     });
-    addPushes<std::vector<T>>(name, "limit", of.times(n));
+    addPushes<std::vector<typename Row::Value>>(name, "limit", of.times(n));
 }
 
 // Two that grow in turn: their storage cannot always grow in place.
@@ -115,8 +123,8 @@ void addInTurn(char const* who, Array const& empty, Array const& full, std::size
     addSame("append double, two in turn", n, who, std::pair(full, full), [n, empty, append] {
         std::pair both(empty, empty);
         for (std::size_t i = 0; i < n; ++i) {
-            append(both.first, 0.5);
-            append(both.second, 0.5);
+            append(both.first, doubles.value);
+            append(both.second, doubles.value);
         }
         return both;
     });
@@ -128,7 +136,7 @@ void addNumbers(std::size_t n) {
     addPushes<QVector<double>>("append double", "QVector", doubles.times(n));
 #endif
     std::vector<double> const values = doubles.times(n);
-    addInTurn("ours", HLVArray(DT_DOUBLE), arrayOf(values), n,
+    addInTurn("ours", HLVArray(DT_DOUBLE), doubles.array(n), n,
               [](HLVArray& to, double value) { to.addDouble(value); });
     addInTurn("limit", std::vector<double>(), values, n,
               [](std::vector<double>& to, double value) { to.push_back(value); });
