@@ -1,6 +1,7 @@
-// Typed arrays: appending, overwriting, removing, copying one element out, and what each result
-// code means.
+// Typed arrays: appending, overwriting, removing, copying one element out, reading, and what each
+// result code means.
 
+#include <Halvora/array/ArrayView.h>
 #include <Halvora/array/HLVArray.h>
 
 #include <iostream>
@@ -73,4 +74,11 @@ int main() {
     array.clear(DT_VOID);
     report("append a double to the cleared array", array.addDouble(0.5));
     std::cout << "written to a stream, count and type: " << array << '\n';
+
+    // Braces hold the elements, which are of one type.
+    HLVArray const levels({0.25, 0.5, 0.125});
+    for (double const level : viewOf<double>(levels)) {
+        std::cout << level << ' ';
+    }
+    std::cout << "are " << HalvTypes::dataTypeToString(levels.getDataType()) << '\n';
 }
