@@ -15,7 +15,7 @@ namespace {
 // Gives an error to the caller, or nothing.
 bool readPressure(double& bar, HLVError::Holder& holder) {
     bar = 0.0;
-    holder.setError(new HLVError(-12, new HLVError::Param("sensor"), new HLVError::Param(3)));
+    holder = HLVError::create(-12, "sensor", 3);
     return false;
 }
 //! [raise]
@@ -26,8 +26,8 @@ void errors() {
     HLVError::Holder holder;
     HLVError::List reports;
     if (!readPressure(bar, holder)) {
-        holder.prependError(-20); // the new error owns the old one
-        reports.add(holder);      // the list owns both, the holder is empty
+        holder.prepend(-20); // the new error owns the old one
+        reports.add(holder); // the list owns both, the holder is empty
     }
     //! [pass on]
     std::cout << "held: " << holder << '\n';
