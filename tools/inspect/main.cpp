@@ -11,9 +11,9 @@
 
 #include <Halvora/error/HLVErrorException.h>
 #include <Halvora/error/Json.h>
+#include <Halvora/text/Utf8.h>
 
 #include "../../examples/support/Endings.h"
-#include "../../examples/support/Utf8.h"
 #include "Errors.h"
 #include "Input.h"
 #include "Output.h"
@@ -116,7 +116,11 @@ bool parseOptions(int argc, char** argv, Options& options) {
 // The error, wrapped in the file where it is.
 HLVError::Holder inFile(Options const& options, HLVError const& error) {
     HLVError::Holder holder = HLVError::copy(&error);
-    holder.prepend(badInput, options.path == "-" ? L"standard input" : fromUtf8(options.path));
+    std::wstring path = L"standard input";
+    if (options.path != "-") {
+        Utf8::toWString(path, options.path);
+    }
+    holder.prepend(badInput, path);
     return holder;
 }
 
