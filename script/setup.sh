@@ -133,7 +133,8 @@ want_for_tests() { # <preset>
         say "some tests will be skipped"
 }
 
-need_build_tools() { need g++:g++ cmake:cmake ninja:ninja-build; }
+# Ninja for these scripts, make for whoever builds by hand.
+need_build_tools() { need g++:g++ cmake:cmake ninja:ninja-build make:make; }
 need_googletest() { need /usr/src/googletest/CMakeLists.txt:googletest; }
 
 need_clang() {
@@ -144,15 +145,25 @@ need_clang() {
 
 need_arm() { need arm-linux-gnueabihf-g++:g++-arm-linux-gnueabihf qemu-arm:qemu-user; }
 
-# The compilers and libraries of a preset.
+# Installs the compilers and libraries of a preset; sets the options that tell it where they are.
+preset_options=()
 need_preset() { # <preset>
     need_build_tools || return 1
+    preset_options=()
     case $1 in
         clang-libcxx)
             need_clang && need /usr/lib/llvm-14/include/c++/v1/string:libc++-14-dev \
                 /usr/lib/llvm-14/lib/libc++abi.so:libc++abi-14-dev
             ;;
-        clang19-libcxx) need clang++-19:clang-19 && "$root/script/libcxx-19" --build "$build_root" ;;
+        clang19-libcxx)
+            need clang++-19:clang-19 && "$root/script/libcxx-19" --build "$build_root" || return 1
+            local libcxx=$build_root/libcxx-19 link
+            link="-stdlib=libc++ -L$libcxx/lib -Wl,-rpath,$libcxx/lib"
+            libcxx19="-nostdinc++ -isystem $libcxx/include/c++/v1"
+            # shellcheck disable=SC2034
+            preset_options=(-DCMAKE_CXX_FLAGS="$libcxx19" -DCMAKE_EXE_LINKER_FLAGS="$link"
+                -DCMAKE_SHARED_LINKER_FLAGS="$link")
+            ;;
         sanitize-clang | fuzz) need_clang ;;
         arm*) need_arm ;;
     esac

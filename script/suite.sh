@@ -14,7 +14,7 @@ suite() {
     local preset=$1 build=$2 status=0
     shift 2
     tests_passed=0 tests_failed=0 tests_skipped=0
-    { need_preset "$preset" && need_googletest && want_for_tests "$preset"; } || return 1
+    { need_googletest && want_for_tests "$preset"; } || return 1
     build_preset "$preset" "$build" -DBUILD_TESTING=ON "$@" || return 1
 
     local results=$build/tests.xml
@@ -26,10 +26,13 @@ suite() {
     [[ $status -eq 0 && $tests_failed -eq 0 && $tests_passed -gt 0 ]]
 }
 
+# Installs what the preset takes, too.
 configure() { # <preset> <build folder> [cmake options...]
     local preset=$1 build=$2
     shift 2
-    (cd "$root" && cmake "${configure_with[@]}" --preset "$preset" -B "$build" "$@")
+    need_preset "$preset" || return 1
+    (cd "$root" && cmake "${configure_with[@]}" --preset "$preset" -B "$build" \
+        "${preset_options[@]}" "$@")
 }
 
 build_preset() { # the same
