@@ -10,7 +10,7 @@
 
 #include <libintl.h>
 
-#include "../support/Utf8.h"
+#include "../support/Text.h"
 
 using namespace Halvora;
 

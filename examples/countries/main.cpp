@@ -15,7 +15,7 @@
 #include <memory>
 #include <sstream>
 
-#include "../support/Utf8.h"
+#include "../support/Text.h"
 #include "GettextTranslator.h"
 
 using namespace Halvora;

@@ -2,28 +2,20 @@
 
 #include <Halvora/Halvora.h>
 
+#include <cstdint>
+#include <functional>
+#include <ios>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
-// What this program reports. Errors are negative, warnings positive.
-enum Report : int {
-    tooManyRecords = -110,      // P1: the limit
-    noSuchAssignment = -109,    // P1: the text asked for
-    malformedAssignment = -108, // P1: the text
-    wrongFieldCount = -107,     // P1: fields found, P2: fields wanted
-    endlessRecord = -106,       // P1: lines that a record may span
-    badRecord = -105,           // P1: line number; wraps one of the above
-    badFile = -104,             // P1: file name; wraps badRecord
-    unreadableFile = -103,      // P1: file name
-    addressCut = 101,           // P1: identifier, P2: characters, P3: line number
-    assignmentRepeated = 102,   // P1: identifier, P2: maker, P3: line number
-};
+#include "Reports.h"
 
 struct Record {
     Halvora::Binary16 id;
     std::wstring maker;
-    std::wstring address;
+    Halvora::HLVString address;
     unsigned int line = 0;
 };
 
@@ -32,19 +24,24 @@ struct Record {
 class Registry {
 public:
     struct LineCounts {
-        unsigned int read = 0;
-        unsigned int taken = 0;
-        unsigned int refused = 0;
-        unsigned int blank = 0;
+        std::uint64_t read = 0; // the sum of the others
+        std::uint64_t headings = 0;
+        std::uint64_t taken = 0;
+        std::uint64_t refused = 0;
+        std::uint64_t blank = 0;
     };
 
-    // Reads a file of the registry, four fields a record, the first record being the heading. What
-    // cannot be taken is added to `reports`. False, with the reason in `reports`, if the file
-    // cannot be read.
-    bool load(std::string const& fileName, Halvora::HLVError::List& reports);
+    // Called now and then with the lines read so far, and the bytes, -1 where nobody knows.
+    using Watcher = std::function<void(std::uint64_t lines, std::streamoff bytes)>;
 
-    // The row of an assignment, written like 00:D0:EF or 00D0EF; -1 with the reason in `holder`.
-    int find(std::string const& assignment, Halvora::HLVError::Holder& holder) const;
+    // Reads headings and records of four fields, of any of the registries. What cannot be taken is
+    // counted in `reports`. Null when records were taken; else why not: `unreadableFile`,
+    // `foreignFile`.
+    std::unique_ptr<Halvora::HLVError> load(std::string const& fileName, Reports& reports,
+                                            Watcher const& watcher);
+
+    // The row of an assignment, written like 00:D0:EF or 00D0EF; -1 with the reason in `error`.
+    int find(std::string const& assignment, std::unique_ptr<Halvora::HLVError>& error) const;
 
     LineCounts const& lines() const { return m_lines; }
 
@@ -56,7 +53,7 @@ public:
     Halvora::HLVArray lineNumbers{Halvora::DT_UINT32};
 
 private:
-    void fillColumns(std::vector<Record> const& records);
+    void fillColumns(std::vector<Record>&& records);
 
     LineCounts m_lines;
     std::unordered_map<Halvora::Binary16, int> m_rows;

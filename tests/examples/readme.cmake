@@ -1,9 +1,12 @@
-# The README shows the first example and what it prints, to the letter.
+# The README shows the first example, and what it and the demo print, to the letter.
 file(READ ${SOURCE_DIR}/README.md readme)
 file(READ ${SOURCE_DIR}/examples/first.cpp program)
 file(READ ${SOURCE_DIR}/examples/first.expected printed)
+file(READ ${SOURCE_DIR}/examples/registry/damaged.expected fault)
+string(REGEX MATCH "badRecord[^\n]+\n[^\n]+\n  line: 3\n[^\n]+\n[^\n]+\n" fault "${fault}")
 string(REGEX REPLACE "([^\n]+\n)" "    \\1" printed "${printed}")
-foreach(text IN ITEMS program printed)
+string(REGEX REPLACE "([^\n]+\n)" "    \\1" fault "${fault}")
+foreach(text IN ITEMS program printed fault)
     string(FIND "${readme}" "${${text}}" at)
     if(at EQUAL -1)
         message(FATAL_ERROR "README.md does not hold\n${${text}}")
