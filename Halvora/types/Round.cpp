@@ -31,6 +31,12 @@ double powerOfTen(double exponent) noexcept {
     return std::pow(10.0, exponent);
 }
 
+// Processors differ in the sign and payload of the NaN that they make.
+template <typename Real>
+Real withOneNaN(Real result) noexcept {
+    return std::isnan(result) ? std::numeric_limits<Real>::quiet_NaN() : result;
+}
+
 } // namespace
 
 int Round::convert(double const& value) noexcept {
@@ -50,20 +56,22 @@ int Round::convert(float value, int digits) noexcept {
 }
 
 double Round::round(double const& value) noexcept {
-    return std::floor(value + 0.5);
+    return withOneNaN(std::floor(value + 0.5));
 }
 
 float Round::round(float const& value) noexcept {
-    return std::floor(value + 0.5f);
+    return withOneNaN(std::floor(value + 0.5f));
 }
 
 double Round::round(double value, int digits) noexcept {
-    return std::floor(powerOfTen(digits) * value + 0.5) * powerOfTen(-static_cast<double>(digits));
+    double const whole = std::floor(powerOfTen(digits) * value + 0.5);
+    return withOneNaN(whole * powerOfTen(-static_cast<double>(digits)));
 }
 
 float Round::round(float value, int digits) noexcept {
     float const scaled = static_cast<float>(value * powerOfTen(digits));
-    return static_cast<float>(std::floor(scaled + 0.5f) * powerOfTen(-static_cast<double>(digits)));
+    double const whole = std::floor(scaled + 0.5f);
+    return withOneNaN(static_cast<float>(whole * powerOfTen(-static_cast<double>(digits))));
 }
 
 } // namespace Halvora

@@ -7,7 +7,8 @@ namespace Halvora {
 /// Rounding of measured and configured quantities. Static members only, no instances; the functions
 /// neither allocate nor throw and depend on their arguments alone. Results are fixed to the bit:
 /// every step is rounded to the type named, no multiplication is fused with an addition, and powers
-/// of ten are `pow(10.0, digits)` of the standard library.
+/// of ten are `pow(10.0, digits)` of the standard library. A NaN is always the same one: positive,
+/// quiet, without a payload, so that it prints as "nan" everywhere.
 class HALVTYPES_API Round {
 public:
     /// There are no instances; without `explicit`, C++17 would let `Round{}` through.
@@ -32,7 +33,9 @@ public:
     /// @}
 
     /// @name To a floating-point value
-    /// Halves go upward for both signs: 2.5 gives 3, -2.5 gives -2.
+    /// Halves go upward for both signs: 2.5 gives 3, -2.5 gives -2. What `value` + 0.5 does not
+    /// hold exactly is rounded by the addition: 8388609.0f gives 8388610.0f. Where 10^`digits` or
+    /// the product leaves the type's range, the result is infinite, zero or NaN.
     /// @{
 
     /// floor(`value` + 0.5).
