@@ -40,17 +40,28 @@ struct Sink : std::basic_streambuf<Char> {
     int sync() override { return flushes ? 0 : -1; }
 };
 
-void writeSlowly(std::ostream& stream, Binary16 const& value) {
-    stream << '0' << 'x';
+template <typename Stream>
+void writeSlowly(Stream& stream, Binary16 const& value) {
+    if constexpr (std::is_same_v<Stream, std::ostream>) {
+        stream << '0' << 'x';
+    } else {
+        stream << L"0x";
+    }
     for (int i = 31; i >= 0; --i) {
         stream << "0123456789ABCDEF"[value[static_cast<Byte>(i / 2)] >> i % 2 * 4 & 15];
     }
 }
 
-void writeSlowly(std::wostream& stream, Binary16 const& value) {
-    stream << L"0x";
-    for (int i = 31; i >= 0; --i) {
-        stream << "0123456789ABCDEF"[value[static_cast<Byte>(i / 2)] >> i % 2 * 4 & 15];
+// Runs the action, answers how it ended.
+template <typename Action>
+char const* endOf(Action action) {
+    try {
+        action();
+        return "state ";
+    } catch (std::ios::failure const&) {
+        return "failure, state ";
+    } catch (int) {
+        return "thrown, state ";
     }
 }
 
@@ -72,15 +83,11 @@ std::basic_string<Char> outcomeOf(Binary16 const& value, Setting const& is, bool
     stream.imbue(is(3) ? std::locale(std::locale(), new Circled) : std::locale());
     std::basic_ostringstream<Char> outcome;
     auto const mask = static_cast<std::ios::iostate>(is.bits >> 4 & 7);
-    try {
+    outcome << endOf([&] {
         stream.exceptions(is(1) ? mask & ~std::ios::badbit : mask); // a failed flush must not throw
         slowly ? writeSlowly(stream, value) : void(value.write(stream));
-    } catch (std::ios::failure const&) {
-        outcome << "failure ";
-    } catch (int) {
-        outcome << "thrown ";
-    }
-    outcome << "state " << stream.rdstate() << " width " << stream.width() << ' ';
+    });
+    outcome << stream.rdstate() << " width " << stream.width() << ' ';
     return outcome.str() + (is(1) ? std::basic_string<Char>() : sink.taken.str());
 }
 
@@ -89,10 +96,10 @@ TEST(Binary16, isWrittenAsInsertionsOfItsCharacters) {
     for (unsigned int room = 0; room < 40; ++room) {
         for (unsigned int bits = 0; bits < 128; ++bits) {
             Setting const is = {room, bits, bits % 3 == 0 ? 0 : room % 5};
-            EXPECT_EQ(outcomeOf<char>(value, is, true), outcomeOf<char>(value, is, false))
-                << "room " << room << " bits " << bits << " width " << is.width;
-            EXPECT_EQ(outcomeOf<wchar_t>(value, is, true), outcomeOf<wchar_t>(value, is, false))
-                << "room " << room << " bits " << bits << " width " << is.width;
+            SCOPED_TRACE(::testing::Message()
+                         << room << " characters, settings " << bits << ", width " << is.width);
+            EXPECT_EQ(outcomeOf<char>(value, is, true), outcomeOf<char>(value, is, false));
+            EXPECT_EQ(outcomeOf<wchar_t>(value, is, true), outcomeOf<wchar_t>(value, is, false));
         }
     }
 }
@@ -139,15 +146,11 @@ std::string readOutcome(std::string const& text, unsigned int bits, bool slowly)
     stream >> ((bits >> 7 & 3) == 0 ? std::noskipws : std::skipws);
     Binary16 value = Binary16::MAX;
     std::ostringstream outcome;
-    try {
+    outcome << endOf([&] {
         stream.exceptions(static_cast<std::ios::iostate>(bits >> 9 & 7));
         slowly ? readSlowly(stream, value) : value.read(stream);
-    } catch (std::ios::failure const&) {
-        outcome << "failure ";
-    } catch (int) {
-        outcome << "thrown ";
-    }
-    outcome << value << " state " << stream.rdstate();
+    });
+    outcome << stream.rdstate() << ' ' << value;
     stream.exceptions(std::ios::goodbit);
     source.throws = false;
     stream.clear();

@@ -20,6 +20,35 @@ static_assert(takesFlag<bool&> && takesFlag<int> && takesFlag<eDataType> &&
 static_assert(!takesFlag<Text> && !takesFlag<char const* volatile&> && !takesFlag<void (&)()> &&
               !takesFlag<int KrVersion::*> && !takesFlag<std::string>);
 
+KrVersion labelled(char const* releaseType) {
+    return KrVersion(1234, 56, 255, ~0u, releaseType, "", "", "", false, "", "", 0, 0, "", "", "",
+                     "", "", "");
+}
+
+TEST(KrVersion, isFourNumbersAndALabelOfItsOwn) {
+    struct {
+        KrVersion version;
+        char const* text;
+    } const rows[] = {
+        {KrVersion(), "0.0.0.0"},
+        {KrVersion(1, 2),        "1.2.0.0"},
+        {KrVersion(3,           0,          0, 39686), "3.0.0.39686"},
+        {labelled(""),          "1234.56.255.4294967295"   },
+        {labelled("release"),           "1234.56.255.4294967295"        },
+        {labelled("Release"),           "1234.56.255.4294967295 (Release)"},
+        {labelled("release "),           "1234.56.255.4294967295 (release )"},
+        {HalvTypes::ms_Version,           "3.0.0.39686 (release-dev)"  },
+    };
+    for (auto const& row : rows) {
+        std::ostringstream narrow;
+        std::wostringstream wide;
+        narrow << row.version;
+        wide << row.version;
+        EXPECT_EQ(row.text, narrow.str());
+        EXPECT_EQ(std::wstring(row.text, row.text + std::strlen(row.text)), wide.str());
+    }
+}
+
 template <typename Char>
 struct Grouped : std::numpunct<Char> {
     Char do_thousands_sep() const override { return Char('\''); }
@@ -32,21 +61,18 @@ void expectText(std::string const& expected, char const* type, std::ios::fmtflag
     std::basic_ostringstream<Char> stream;
     stream.imbue(std::locale(std::locale(), new Grouped<Char>));
     stream.flags(flags);
-    stream << std::setfill(Char('*')) << std::setw(7)
-           << KrVersion(1234, 56, 255, ~0u, type, "", "", "", false, "", "", 0, 0, "", "", "", "",
-                        "", "");
+    stream << std::setfill(Char('*')) << std::setw(7) << labelled(type);
     auto const* const begin = reinterpret_cast<unsigned char const*>(expected.data());
     EXPECT_EQ(std::basic_string<Char>(begin, begin + expected.size()), stream.str());
 }
 
-TEST(KrVersion, theTextIsTheNumbersAsTheStreamWritesThemAndTheReleaseType) {
+TEST(KrVersion, theStreamDecidesHowTheNumbersLook) {
     auto const expectBoth = [](auto... arguments) {
         expectText<char>(arguments...);
         expectText<wchar_t>(arguments...);
     };
     auto const dec = std::ios::dec, hex = std::ios::hex | std::ios::left;
     expectBoth("**1'234.56.255.4'294'967'295", "", dec);
-    expectBoth("**1'234.56.255.4'294'967'295", "release", dec);
     expectBoth("**1'234.56.255.4'294'967'295 (\xE4\xFF)", "\xE4\xFF", dec);
     expectBoth("4d2****.38.ff.ff'fff'fff (Release)", "Release", hex);
 }
