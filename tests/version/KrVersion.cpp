@@ -25,56 +25,40 @@ KrVersion labelled(char const* releaseType) {
                      "", "", "");
 }
 
-TEST(KrVersion, isFourNumbersAndALabelOfItsOwn) {
-    struct {
-        KrVersion version;
-        char const* text;
-    } const rows[] = {
-        {KrVersion(), "0.0.0.0"},
-        {KrVersion(1, 2),        "1.2.0.0"},
-        {KrVersion(3,           0,          0, 39686), "3.0.0.39686"},
-        {labelled(""),          "1234.56.255.4294967295"   },
-        {labelled("release"),           "1234.56.255.4294967295"        },
-        {labelled("Release"),           "1234.56.255.4294967295 (Release)"},
-        {labelled("release "),           "1234.56.255.4294967295 (release )"},
-        {HalvTypes::ms_Version,           "3.0.0.39686 (release-dev)"  },
-    };
-    for (auto const& row : rows) {
-        std::ostringstream narrow;
-        std::wostringstream wide;
-        narrow << row.version;
-        wide << row.version;
-        EXPECT_EQ(row.text, narrow.str());
-        EXPECT_EQ(std::wstring(row.text, row.text + std::strlen(row.text)), wide.str());
-    }
-}
-
 template <typename Char>
 struct Grouped : std::numpunct<Char> {
     Char do_thousands_sep() const override { return Char('\''); }
     std::string do_grouping() const override { return "\3"; }
 };
 
-// The text of a version with this release type, in characters of either width.
 template <typename Char>
-void expectText(std::string const& expected, char const* type, std::ios::fmtflags flags) {
+void expectText(std::string const& expected, KrVersion const& version, std::ios::fmtflags flags) {
     std::basic_ostringstream<Char> stream;
     stream.imbue(std::locale(std::locale(), new Grouped<Char>));
     stream.flags(flags);
-    stream << std::setfill(Char('*')) << std::setw(7) << labelled(type);
+    stream << std::setfill(Char('*')) << std::setw(7) << version;
     auto const* const begin = reinterpret_cast<unsigned char const*>(expected.data());
     EXPECT_EQ(std::basic_string<Char>(begin, begin + expected.size()), stream.str());
 }
 
-TEST(KrVersion, theStreamDecidesHowTheNumbersLook) {
-    auto const expectBoth = [](auto... arguments) {
-        expectText<char>(arguments...);
-        expectText<wchar_t>(arguments...);
+TEST(KrVersion, isFourNumbersAsTheStreamWritesThemAndALabelOfItsOwn) {
+    struct {
+        KrVersion version;
+        std::ios::fmtflags flags;
+        std::string text;
+    } const rows[] = {
+        {KrVersion(), std::ios::dec, "******0.0.0.0"                    },
+        {KrVersion(1, 2),            std::ios::dec,                       "******1.2.0.0"},
+        {labelled(""),           std::ios::dec,             "**1'234.56.255.4'294'967'295"                        },
+        {labelled("release"),           std::ios::dec,      "**1'234.56.255.4'294'967'295"},
+        {labelled("\xE4\xFF"),           std::ios::dec,     "**1'234.56.255.4'294'967'295 (\xE4\xFF)"                       },
+        {labelled("Release"),           std::ios::hex | std::ios::left,      "4d2****.38.ff.ff'fff'fff (Release)"},
+        {HalvTypes::ms_Version,           std::ios::dec,    "******3.0.0.39'686 (release-dev)"                                      },
     };
-    auto const dec = std::ios::dec, hex = std::ios::hex | std::ios::left;
-    expectBoth("**1'234.56.255.4'294'967'295", "", dec);
-    expectBoth("**1'234.56.255.4'294'967'295 (\xE4\xFF)", "\xE4\xFF", dec);
-    expectBoth("4d2****.38.ff.ff'fff'fff (Release)", "Release", hex);
+    for (auto const& row : rows) {
+        expectText<char>(row.text, row.version, row.flags);
+        expectText<wchar_t>(row.text, row.version, row.flags);
+    }
 }
 
 std::string fields(KrVersion const& v) {
@@ -110,10 +94,14 @@ TEST(KrVersion, failedAllocationsLeakNothing) {
 }
 
 TEST(KrVersion, theFourNumbersDecideAboutEquality) {
-    EXPECT_EQ(KrVersion(3, 0, 0, 39686), HalvTypes::ms_Version);
+    KrVersion const same(3, 0, 0, 39686);
+    EXPECT_EQ(same, HalvTypes::ms_Version);
+    EXPECT_EQ(std::hash<KrVersion>()(same), std::hash<KrVersion>()(HalvTypes::ms_Version));
     EXPECT_TRUE(KrVersion(1, 2) == KrVersion(1, 2, 0, 0) && KrVersion() == KrVersion(0, 0));
     for (unsigned int i = 0; i < 4; ++i) {
-        EXPECT_NE(KrVersion(), KrVersion(i == 0, i == 1, i == 2, i == 3));
+        KrVersion const other(i == 0, i == 1, i == 2, i == 3);
+        EXPECT_NE(KrVersion(), other);
+        EXPECT_NE(std::hash<KrVersion>()(KrVersion()), std::hash<KrVersion>()(other));
     }
 }
 
