@@ -2,11 +2,53 @@
 
 #include <Halvora/text/CsvReader.h>
 
+#include <algorithm>
+#include <istream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace Halvora::test {
+
+// Gives a text a few bytes at a time; 0: one, without a buffer. It may break in the middle.
+struct PieceStream : private std::streambuf, std::istream {
+    PieceStream(std::string const& text, std::size_t length,
+                std::size_t breaksAt = std::string::npos)
+        : std::istream(static_cast<std::streambuf*>(this)),
+          m_text(text),
+          m_length(length),
+          m_breaksAt(breaksAt) {}
+
+protected:
+    int underflow() override {
+        if (m_at >= m_breaksAt) {
+            throw 1;
+        }
+        std::size_t const length = m_length == 0 ? 0 : std::min(m_length, m_breaksAt - m_at);
+        char* const at = m_text.data() + m_at;
+        char* const last =
+            m_text.data() + std::min(m_text.size(), m_at + std::max<std::size_t>(length, 1));
+        if (at == last) {
+            return traits_type::eof();
+        }
+        if (length != 0) {
+            setg(at, at, last);
+            m_at += static_cast<std::size_t>(last - at);
+        }
+        return traits_type::to_int_type(*at);
+    }
+    int uflow() override {
+        int const c = underflow();
+        m_length == 0 ? static_cast<void>(++m_at) : gbump(c != traits_type::eof());
+        return c;
+    }
+
+private:
+    using traits_type = std::streambuf::traits_type;
+    std::string m_text;
+    std::size_t m_length;
+    std::size_t m_breaksAt;
+    std::size_t m_at = 0;
+};
 
 // One line for each record, "<line>+<lines>: <field>|<field>", and for each fault,
 // "<line>+<lines>: <kind> at <line>:<column>".
@@ -19,117 +61,95 @@ inline std::string eventOf(std::uint64_t line, std::uint64_t count,
     return text + '\n';
 }
 inline std::string eventOf(CsvReader::Fault const& fault) {
-    return std::to_string(fault.firstLine) + '+' + std::to_string(fault.lineCount) + ": " +
-           std::to_string(static_cast<int>(fault.kind)) + " at " + std::to_string(fault.line) +
-           ':' + std::to_string(fault.column) + '\n';
+    return eventOf(fault.firstLine, fault.lineCount,
+                   {std::to_string(static_cast<int>(fault.kind)) + " at " +
+                    std::to_string(fault.line) + ':' + std::to_string(fault.column)});
 }
 
 // The rules, one byte after the other.
-class SlowCsv {
-public:
-    SlowCsv(std::string_view text, char separator, std::size_t limit)
-        : m_text(text.substr(text.substr(0, 3) == "\xEF\xBB\xBF" ? 3 : 0)),
-          m_separator(separator),
-          m_limit(limit) {}
-
-    std::string events() {
-        while (m_record < m_text.size()) {
-            if (isLineEnd(m_record)) {
-                m_record += lineEndLength(m_record);
-                ++m_line;
-            } else {
-                readRecord();
-            }
+inline std::string slowCsv(std::string text, char separator, std::size_t limit) {
+    text.erase(0, text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0);
+    std::string events;
+    auto const isLineEnd = [&text](std::size_t at) { return text[at] == '\n' || text[at] == '\r'; };
+    auto const lengthOf = [&text](std::size_t at) { return text.compare(at, 2, "\r\n") ? 1u : 2u; };
+    auto const lineOf = [&](std::size_t to, std::size_t& begin) {
+        std::uint64_t line = 1;
+        for (std::size_t at = begin = 0; at < to; at += isLineEnd(at) ? lengthOf(at) : 1) {
+            line += isLineEnd(at);
+            begin = isLineEnd(at) ? at + lengthOf(at) : begin;
         }
-        return m_events;
-    }
-
-private:
-    bool isLineEnd(std::size_t at) const { return m_text[at] == '\n' || m_text[at] == '\r'; }
-    std::size_t lineEndLength(std::size_t at) const {
-        return m_text.substr(at, 2) == "\r\n" ? 2 : 1;
-    }
-    std::uint64_t linesBefore(std::size_t at) const {
-        std::uint64_t lines = 0;
-        for (std::size_t i = m_record; i < at; ++i) {
-            lines += isLineEnd(i) && !(lineEndLength(i) == 2 && i + 1 < at);
+        return line;
+    };
+    for (std::size_t first = 0, column, none; first < text.size(); first += lengthOf(first)) {
+        if (isLineEnd(first)) {
+            continue;
         }
-        return lines;
-    }
-
-    void readRecord() {
         std::vector<std::string> fields(1);
-        std::size_t opening = 0;
         enum { start, plain, quoted, closed } state = start;
-        for (std::size_t at = m_record;; ++at) {
-            bool const isTooLong = at - m_record > m_limit;
-            if (at == m_text.size() || isTooLong) {
+        std::size_t at = first, opening = first, last = 0;
+        int kind = -1;
+        for (; kind < 0; ++at) {
+            bool const isTooLong = at - first > limit;
+            if (at == text.size() || isTooLong) {
                 bool const isOpen = state == quoted || (state == closed && isTooLong);
-                return isOpen      ? refuse(CsvReader::FaultKind::openQuote, opening, opening)
-                       : isTooLong ? refuse(CsvReader::FaultKind::recordTooLong, at - 1, at - 1)
-                                   : accept(fields, at);
-            }
-            char const c = m_text[at];
-            if (state == quoted) {
-                c == '"' ? static_cast<void>(state = closed) : fields.back().push_back(c);
+                kind = isOpen ? 1 : isTooLong ? 2 : 9;
+                last = isOpen ? opening : isTooLong ? at - 1 : at;
+            } else if (state == quoted) {
+                text[at] == '"' ? state = closed : state;
+                fields.back().append(text[at] == '"' ? 0 : 1, text[at]);
             } else if (isLineEnd(at)) {
-                return accept(fields, at);
-            } else if (c == '"' && state == plain) {
-                return refuse(CsvReader::FaultKind::strayQuote, at, at);
-            } else if (c == '"') {
-                state == closed ? fields.back().push_back(c) : static_cast<void>(opening = at);
+                kind = 9;
+                last = at;
+            } else if (text[at] == '"' && state == plain) {
+                kind = 0;
+                last = at;
+            } else if (text[at] == '"') {
+                fields.back().append(state == closed ? 1 : 0, '"');
+                opening = state == closed ? opening : at;
                 state = quoted;
-            } else if (c == m_separator) {
+            } else if (text[at] == separator) {
                 fields.emplace_back();
                 state = start;
             } else if (state == closed) {
-                bool const isSameLine = linesBefore(opening) == linesBefore(at);
-                return isSameLine ? refuse(CsvReader::FaultKind::strayQuote, at - 1, opening)
-                                  : refuse(CsvReader::FaultKind::openQuote, opening, opening);
+                kind = lineOf(opening, none) == lineOf(at, none) ? 0 : 1;
+                last = kind == 0 ? at - 1 : opening;
             } else {
-                fields.back().push_back(c);
+                fields.back() += text[at];
                 state = plain;
             }
         }
-    }
-
-    void accept(std::vector<std::string> const& fields, std::size_t at) {
-        m_events += eventOf(m_line, linesBefore(at) + 1, fields);
-        goOn(at);
-    }
-    void refuse(CsvReader::FaultKind kind, std::size_t at, std::size_t last) {
-        std::size_t begin = at;
-        while (begin > m_record && !isLineEnd(begin - 1)) {
-            --begin;
+        auto const line = lineOf(first, none);
+        auto const faultLine = lineOf(last, column);
+        auto const count = faultLine - line + 1;
+        events += kind == 9 ? eventOf(line, count, fields)
+                            : eventOf({static_cast<CsvReader::FaultKind>(kind), faultLine,
+                                       last - column + 1, line, count});
+        for (first = last; first < text.size() && !isLineEnd(first);) {
+            ++first;
         }
-        m_events += eventOf(
-            {kind, m_line + linesBefore(at), at - begin + 1, m_line, linesBefore(last) + 1});
-        goOn(last);
     }
-    void goOn(std::size_t at) { // behind the line end from `at` on
-        while (at < m_text.size() && !isLineEnd(at)) {
-            ++at;
-        }
-        m_line += linesBefore(at) + 1;
-        m_record = at < m_text.size() ? at + lineEndLength(at) : at;
-    }
+    return events;
+}
 
-    std::string_view m_text;
-    char m_separator;
-    std::size_t m_limit;
-    std::size_t m_record = 0;
-    std::uint64_t m_line = 1;
-    std::string m_events;
-};
-
-// What the reader makes of a text or a stream.
 inline std::string eventsOf(CsvReader& reader) {
     std::string events;
     reader.onFault([&events](CsvReader::Fault const& fault) { events += eventOf(fault); });
     for (std::vector<std::string> fields(3, "x"); reader.next(fields);) {
         events += eventOf(reader.line(), reader.lineCount(), fields);
     }
-    return events;
+    auto const& counts = reader.counts();
+    bool const addsUp = counts.lines == counts.recordLines + counts.faultLines + counts.blankLines;
+    return events + (addsUp ? "" : "the counts do not add up");
+}
+
+// Of a text (no length), or of a stream that gives so many bytes at a time.
+inline std::string eventsOf(std::string const& text, char separator, std::size_t limit,
+                            std::size_t length = std::string::npos) {
+    PieceStream stream(text, length);
+    CsvReader ofText(std::string_view(text), separator), ofStream(stream, separator);
+    CsvReader& reader = length == std::string::npos ? ofText : ofStream;
+    reader.setMaxRecordLength(limit);
+    return eventsOf(reader);
 }
 
 } // namespace Halvora::test

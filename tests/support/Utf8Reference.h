@@ -12,9 +12,8 @@ namespace Halvora::test {
 // A text as numbers, one a character, and what had to be replaced.
 struct Decoded {
     std::vector<unsigned long> codes;
-    Utf8Result result{0, 0};
+    Utf8Result result;
 
-    void add(unsigned long code) { codes.push_back(code); }
     void replace(std::size_t position) {
         codes.push_back(0xFFFD);
         result.position = result.replaced++ == 0 ? position : result.position;
@@ -39,27 +38,25 @@ inline Decoded slowDecode(std::string_view text) {
         {1, {{0x80, 0xFF}}                                          }, // begins no sequence
     };
     static constexpr unsigned char bits[] = {0x7F, 0x1F, 0x0F, 0x07};
-    Decoded decoded;
-    decoded.result.position = text.size();
-    for (std::size_t at = 0; at < text.size();) {
-        auto const byte = [&](std::size_t i) { return static_cast<unsigned char>(text[at + i]); };
+    Decoded decoded{
+        {           },
+        { 0, text.size()}
+    };
+    for (std::size_t at = 0, fitting; at < text.size(); at += fitting) {
+        auto const fits = [&](Row const& row, std::size_t i) {
+            auto const byte = at + i < text.size() ? static_cast<unsigned char>(text[at + i]) : 0;
+            return i < row.length && byte >= row.range[i][0] && byte <= row.range[i][1];
+        };
         Row const* row = table;
-        while (byte(0) < row->range[0][0] || byte(0) > row->range[0][1]) {
+        while (!fits(*row, 0)) {
             ++row;
         }
-        std::size_t fitting = 1;
-        unsigned long code = byte(0) & bits[row->length - 1];
-        while (fitting < row->length && at + fitting < text.size() &&
-               byte(fitting) >= row->range[fitting][0] && byte(fitting) <= row->range[fitting][1]) {
-            code = code * 64 + byte(fitting) % 64;
-            ++fitting;
+        unsigned long code = static_cast<unsigned char>(text[at]) & bits[row->length - 1];
+        for (fitting = 1; fits(*row, fitting); ++fitting) {
+            code = code * 64 + static_cast<unsigned char>(text[at + fitting]) % 64;
         }
-        if (fitting < row->length || row == std::end(table) - 1) {
-            decoded.replace(at);
-        } else {
-            decoded.add(code);
-        }
-        at += fitting;
+        bool const isWhole = fitting == row->length && row != std::end(table) - 1;
+        isWhole ? decoded.codes.push_back(code) : decoded.replace(at);
     }
     return decoded;
 }
@@ -68,18 +65,20 @@ inline Decoded slowDecode(std::string_view text) {
 template <typename Text>
 Decoded slowDecodeUnits(Text const& text) {
     constexpr bool isUtf16 = sizeof(text[0]) == 2;
-    Decoded decoded;
-    decoded.result.position = text.size();
+    Decoded decoded{
+        {           },
+        { 0, text.size()}
+    };
     for (std::size_t at = 0; at < text.size(); ++at) {
         auto const code = static_cast<unsigned long>(text[at]) & (isUtf16 ? 0xFFFF : 0xFFFFFFFF);
         auto const next = at + 1 < text.size() ? static_cast<unsigned long>(text[at + 1]) : 0;
         if (isUtf16 && code >= 0xD800 && code < 0xDC00 && next >= 0xDC00 && next < 0xE000) {
-            decoded.add(0x10000 + (code - 0xD800) * 0x400 + (next - 0xDC00));
+            decoded.codes.push_back(0x10000 + (code - 0xD800) * 0x400 + (next - 0xDC00));
             ++at;
         } else if (code > 0x10FFFF || (code >= 0xD800 && code < 0xE000)) {
             decoded.replace(at);
         } else {
-            decoded.add(code);
+            decoded.codes.push_back(code);
         }
     }
     return decoded;
@@ -90,12 +89,9 @@ Text slowUnits(std::vector<unsigned long> const& codes) {
     using Unit = typename Text::value_type;
     Text text;
     for (unsigned long const code : codes) {
-        if (sizeof(Unit) == 2 && code > 0xFFFF) {
-            text += static_cast<Unit>(0xD800 + (code - 0x10000) / 0x400);
-            text += static_cast<Unit>(0xDC00 + (code - 0x10000) % 0x400);
-        } else {
-            text += static_cast<Unit>(code);
-        }
+        bool const isPair = sizeof(Unit) == 2 && code > 0xFFFF;
+        text.append(isPair ? 1 : 0, static_cast<Unit>(0xD7C0 + code / 0x400));
+        text += static_cast<Unit>(isPair ? 0xDC00 + code % 0x400 : code);
     }
     return text;
 }
@@ -103,16 +99,43 @@ Text slowUnits(std::vector<unsigned long> const& codes) {
 inline std::string slowEncode(std::vector<unsigned long> const& codes) {
     std::string text;
     for (unsigned long const code : codes) {
-        static constexpr unsigned long first[] = {0, 0xC0, 0xE0, 0xF0};
-        unsigned const trailing = code < 0x80 ? 0 : code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
-        unsigned long rest = code;
-        std::string tail;
-        for (unsigned i = 0; i < trailing; ++i, rest /= 64) {
-            tail.insert(tail.begin(), static_cast<char>(0x80 + rest % 64));
+        if (code < 0x80) {
+            text += static_cast<char>(code);
+            continue;
         }
-        text += static_cast<char>(first[trailing] + rest) + tail;
+        int const trailing = code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
+        text += static_cast<char>((0xFF00 >> (trailing + 1)) + (code >> 6 * trailing));
+        for (int i = trailing - 1; i >= 0; --i) {
+            text += static_cast<char>(0x80 + (code >> 6 * i) % 64);
+        }
     }
     return text;
 }
+
+inline bool operator==(Utf8Result const& a, Utf8Result const& b) {
+    return a.replaced == b.replaced && a.position == b.position;
+}
+
+// The library beside these. The outputs keep what they held before.
+struct Utf8Outputs {
+    std::wstring wide;
+    HLVString units;
+    std::string bytes;
+
+    bool decodes(std::string_view text) {
+        auto const [codes, result] = slowDecode(text);
+        return Utf8::toWString(wide, text) == result && Utf8::toHLVString(units, text) == result &&
+               wide == slowUnits<std::wstring>(codes) && units == slowUnits<HLVString>(codes) &&
+               Utf8::isValid(text) == (result.replaced == 0);
+    }
+    bool encodes(std::wstring const& text) {
+        auto const [codes, result] = slowDecodeUnits(text);
+        return Utf8::fromWString(bytes, text) == result && bytes == slowEncode(codes);
+    }
+    bool encodes(HLVString const& text) {
+        auto const [codes, result] = slowDecodeUnits(text);
+        return Utf8::fromHLVString(bytes, text) == result && bytes == slowEncode(codes);
+    }
+};
 
 } // namespace Halvora::test
