@@ -32,7 +32,7 @@ void writeString(std::ostream& stream, std::string const& text) {
     for (char const c : wellFormed(text)) {
         if (c == '"' || c == '\\') {
             stream << '\\' << c;
-        } else if (c >= 0 && c < 0x20) {
+        } else if (static_cast<unsigned char>(c) < 0x20) {
             stream << "\\u00" << digits[c >> 4] << digits[c & 15];
         } else {
             stream << c;

@@ -1,6 +1,7 @@
 #include "Registry.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string_view>
@@ -198,6 +199,10 @@ private:
 std::unique_ptr<HLVError> Registry::load(std::string const& fileName, Reports& reports,
                                          Watcher const& watcher) {
     std::ifstream file(fileName, std::ios::binary);
+    std::error_code ignored;
+    if (std::filesystem::is_directory(fileName, ignored)) { // which some read as an empty file
+        return HLVError::create(unreadableFile, fromUtf8(fileName));
+    }
     Loader loader(file, fromUtf8(fileName), reports, watcher);
     auto error = loader.run();
     if (error == nullptr) {

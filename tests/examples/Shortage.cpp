@@ -17,27 +17,19 @@
 
 namespace {
 
-struct Plan {
-    long failing = 0; // the allocation that fails, 1 being the first of `main`; 0: none
-    bool isAlone = true;
-    bool isDiskFull = false;
-};
-
-struct Outcome {
-    int status = 0; // below 0: ended by that signal
-    std::string output;
-    std::string errors;
-    bool operator==(Outcome const& other) const {
-        return status == other.status && output == other.output && errors == other.errors;
-    }
-};
-
 using Main = int (*)(int, char**, char**);
 
+// How a process ends: its status, below 0 the signal, and what it wrote.
+struct Outcome {
+    int status;
+    std::string output, errors;
+};
+
 Main programMain = nullptr;
+long* allocations = nullptr; // of the process that runs `main`, in memory that all share
 bool isCounting = false;
-Plan plan;
-long* allocations = nullptr; // of the process that runs `main`, in memory that both see
+long failing = 0; // the allocation that fails, 1 being the first of `main`; 0: none
+bool isAlone = true;
 
 // The C library crashes by itself when it cannot read a catalogue of messages: a program that uses
 // them is tested without the allocations that the C library makes for itself.
@@ -48,12 +40,9 @@ bool isExempt(void const* caller) {
 }
 
 bool failsNow(void const* caller) {
-    if (!isCounting) {
-        return false;
-    }
-    long const n = ++*allocations;
-    bool const isPlanned = plan.isAlone ? n == plan.failing : n >= plan.failing;
-    return plan.failing != 0 && isPlanned && !isExempt(caller);
+    long const n = isCounting ? ++*allocations : 0;
+    bool const isPlanned = isAlone ? n == failing : n >= failing;
+    return n != 0 && failing != 0 && isPlanned && !isExempt(caller);
 }
 
 std::string takeContent(int file) {
@@ -66,80 +55,67 @@ std::string takeContent(int file) {
     return std::regex_replace(content, time, "N ms");
 }
 
-void describe(char const* name, Outcome const& outcome) {
-    std::fprintf(stderr, "--- %s: status %d, standard output\n%s--- and standard error\n%s", name,
-                 outcome.status, outcome.output.c_str(), outcome.errors.c_str());
+// Runs `main` in a process of its own, its standard output going to a file or elsewhere.
+Outcome run(int argc, char** argv, int elsewhere = -1) {
+    static int const output = memfd_create("output", 0);
+    static int const errors = memfd_create("errors", 0);
+    *allocations = 0;
+    pid_t const child = fork();
+    if (child == 0) {
+        dup2(elsewhere >= 0 ? elsewhere : output, STDOUT_FILENO);
+        dup2(errors, STDERR_FILENO);
+        isCounting = true;
+        std::exit(programMain(argc, argv, environ));
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), takeContent(output),
+            takeContent(errors)};
 }
 
-// The runs of one program.
-class Runs {
-public:
-    Runs(int argc, char** argv, char** environment)
-        : m_argc(argc), m_argv(argv), m_environment(environment) {}
+// Whether it says what was short, behind nothing or the start of what it should have written.
+bool isSaid(Outcome const& outcome, Outcome const& whole) {
+    static std::regex const sentence("memory|space|cannot be read|cannot be written");
+    return outcome.status == std::atoi(std::getenv("HALVTYPES_SHORTAGE")) &&
+           std::regex_search(outcome.errors, sentence) &&
+           outcome.output == whole.output.substr(0, outcome.output.size());
+}
 
-    int all() {
-        m_whole = run({});
-        long const count = *allocations;
-        std::fprintf(stderr, "%s: %ld allocations\n", m_argv[0], count);
-        for (long i = 1; i <= count; ++i) {
-            check({i, true, false});
-            check({i, false, false});
-        }
-        check({0, true, true});
-        return m_faults == 0 && count > 0 ? 0 : 1;
+bool isWhole(Outcome const& outcome, Outcome const& whole) {
+    return outcome.status == whole.status && outcome.output == whole.output &&
+           outcome.errors == whole.errors;
+}
+
+// The number of faults, 1 or 0; the first ones are shown.
+int report(bool isGood, std::string const& what, Outcome const& outcome) {
+    static int shown = 0;
+    if (!isGood && ++shown <= 3) {
+        std::fprintf(stderr, "=== %s: status %d\n%s--- standard error\n%s", what.c_str(),
+                     outcome.status, outcome.output.c_str(), outcome.errors.c_str());
     }
+    return isGood ? 0 : 1;
+}
 
-private:
-    Outcome run(Plan const& planned) {
-        *allocations = 0;
-        pid_t const child = fork();
-        if (child == 0) {
-            int const output = planned.isDiskFull ? open("/dev/full", O_WRONLY) : m_output;
-            dup2(output, STDOUT_FILENO);
-            dup2(m_errors, STDERR_FILENO);
-            plan = planned;
-            isCounting = true;
-            std::exit(programMain(m_argc, m_argv, m_environment));
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), takeContent(m_output),
-                takeContent(m_errors)};
-    }
-
-    void check(Plan const& planned) {
-        Outcome const outcome = run(planned);
-        bool const isSaid = outcome.status == std::atoi(std::getenv("HALVTYPES_SHORTAGE")) &&
-                            !outcome.errors.empty() && outcome.errors.back() == '\n' &&
-                            outcome.output == m_whole.output.substr(0, outcome.output.size());
-        if (isSaid || (outcome == m_whole && !planned.isDiskFull)) {
-            return;
-        }
-        if (++m_faults == 1) {
-            describe("with enough memory", m_whole);
-        }
-        if (m_faults <= 3) {
-            std::fprintf(stderr, "=== %s, allocation %ld failing%s\n",
-                         planned.isDiskFull ? "disk full" : "memory short", planned.failing,
-                         planned.isAlone ? " alone" : " with all behind it");
-            describe("then", outcome);
-        }
-    }
-
-    int m_argc;
-    char** m_argv;
-    char** m_environment;
-    int m_output = memfd_create("output", 0);
-    int m_errors = memfd_create("errors", 0);
-    Outcome m_whole;
-    int m_faults = 0;
-};
-
-int runAll(int argc, char** argv, char** environment) {
+int runAll(int argc, char** argv, char**) {
     allocations = static_cast<long*>(mmap(nullptr, sizeof *allocations, PROT_READ | PROT_WRITE,
                                           MAP_SHARED | MAP_ANONYMOUS, -1, 0));
-    int const status = Runs(argc, argv, environment).all();
-    std::_Exit(status);
+    Outcome const whole = run(argc, argv);
+    long const count = *allocations;
+    int faults = report(count != 0, "no allocation is counted", whole);
+    for (failing = 1; failing <= count; ++failing) {
+        for (bool const alone : {true, false}) {
+            isAlone = alone;
+            Outcome const outcome = run(argc, argv);
+            faults += report(isSaid(outcome, whole) || isWhole(outcome, whole),
+                             "allocation " + std::to_string(failing) + " failing" +
+                                 (alone ? " alone" : " with all behind it"),
+                             outcome);
+        }
+    }
+    failing = 0;
+    Outcome const outcome = run(argc, argv, open("/dev/full", O_WRONLY));
+    faults += report(isSaid(outcome, whole), "disk full", outcome);
+    std::_Exit(faults == 0 ? 0 : 1);
 }
 
 } // namespace
