@@ -1,12 +1,70 @@
 #pragma once
 
-#include <tests/support/ErrorModel.h>
+#include <Halvora/error/HLVError.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace Halvora::test {
+
+// A chain as it has to be: the newest error, and the codes from it down.
+struct ModelChain {
+    HLVError const* head = nullptr;
+    std::vector<int> codes;
+
+    int code() const { return codes.empty() ? 0 : codes.front(); }
+    std::string text() const {
+        std::string text = "[";
+        for (int const each : codes) {
+            text += " " + std::to_string(each);
+        }
+        return text + " ]";
+    }
+};
+
+// What is wrong with a chain; empty if nothing is.
+inline std::string faultOf(HLVError const* error, ModelChain const& chain) {
+    ModelChain found{error, {}};
+    HLVError const *base = nullptr, *two = nullptr;
+    for (auto const* at = error; at != nullptr; at = at->getPrecedingError()) {
+        found.codes.push_back(at->getCode());
+        base = at;
+        two = two == nullptr && at->getCode() == 2 ? at : two;
+    }
+    bool const isFound =
+        error == nullptr || (error->getBaseError() == base && error->getByCode(2) == two);
+    return found.codes != chain.codes ? found.text() + " instead of " + chain.text()
+           : error != chain.head      ? "another object with " + chain.text()
+           : isFound                  ? ""
+                                      : "a search fails in " + chain.text();
+}
+
+// What is wrong with a list: its entries in order, its counts, its first and last error.
+inline std::string faultOf(HLVError::List const& list, std::vector<ModelChain> const& entries) {
+    std::vector<HLVError const*> errors{nullptr};
+    auto at = list.begin();
+    for (ModelChain const& entry : entries) {
+        std::string const fault = faultOf(*at, entry);
+        if (at.end() || !fault.empty()) {
+            return "an entry is " + fault;
+        }
+        entry.code() < 0 ? errors.push_back(*at) : void();
+        ++at;
+    }
+    auto const count = static_cast<int>(entries.size()),
+               ofErrors = static_cast<int>(errors.size()) - 1;
+    bool const isCounted = list.getCount() == count && list.getErrorCount() == ofErrors &&
+                           list.getWarningCount() == count - ofErrors;
+    return !at.end() || *at != nullptr || at != list.end() ? "there are more entries"
+           : !isCounted                                    ? "it counts wrongly"
+           : list.getFirstError() != errors[ofErrors > 0] || list.getLastError() != errors.back()
+               ? "its first or last error is another one"
+               : "";
+}
 
 // Holders and lists that pass errors on in every way there is, beside their model. The choices come
 // from outside: from dice, or from a fuzzer's bytes.
@@ -16,223 +74,162 @@ public:
 
     explicit ErrorProgram(Choose choose) : m_choose(std::move(choose)) {}
 
-    // Does one operation. What is wrong then, with the step and those before; empty if nothing is.
+    // Does one operation, of which every one has so many ways, on a holder or two and a list or
+    // two. What is wrong then, with the step and those before; empty if nothing is.
     std::string step() {
-        static constexpr void (ErrorProgram::*operations[])() = {
-            &ErrorProgram::make, &ErrorProgram::make,    &ErrorProgram::copy,
-            &ErrorProgram::hand, &ErrorProgram::add,     &ErrorProgram::add,
-            &ErrorProgram::join, &ErrorProgram::extract, &ErrorProgram::replace};
-        m_steps += "\n  ";
-        (this->*operations[m_choose(std::size(operations))])();
-        keepSmall();
+        static constexpr struct {
+            char const* name;
+            int ways;
+            void (ErrorProgram::*run)(int way, int a, int b);
+        } operations[] = {
+            {"make",    4, &ErrorProgram::make  },
+            {"pass on", 9, &ErrorProgram::passOn},
+            {"add",     4, &ErrorProgram::add   },
+            {"join",    3, &ErrorProgram::join  },
+            {"change",  7, &ErrorProgram::change}
+        };
+        auto const& operation = operations[m_choose(std::size(operations))];
+        int const way = m_choose(operation.ways), a = m_choose(3), b = m_choose(3);
+        m_steps += std::string("\n  ") + operation.name;
+        for (int const number : {way, a, b}) {
+            m_steps += " " + std::to_string(number);
+        }
+        (this->*operation.run)(way, a, b);
         findFaults();
-        std::size_t const recent =
-            m_steps.size() > 600 ? m_steps.find('\n', m_steps.size() - 600) : 0;
-        return m_fault.empty() ? m_fault : m_fault + "\nThe last steps:" + m_steps.substr(recent);
+        m_steps.erase(0, m_steps.size() > 500 ? m_steps.find('\n', m_steps.size() - 500) : 0);
+        return m_fault.empty() ? "" : m_fault + "Steps (way, holder or list, another):" + m_steps;
     }
 
 private:
     using Holder = HLVError::Holder;
     using List = HLVError::List;
 
-    void expect(bool isRight, std::string const& what) {
-        if (!isRight && m_fault.empty()) {
-            m_fault = what;
+    void expect(bool isRight, std::string const& what) { m_fault += isRight ? "" : what + "\n"; }
+
+    // The operations: first on the errors, then on the model.
+
+    void make(int way, int h, int) {
+        int const code = m_choose(5) - 2;
+        m_steps += " with code " + std::to_string(code);
+        Holder& holder = m_holders[h];
+        std::vector<int>& codes = m_held[h].codes;
+        codes.resize(way == 0 || codes.size() > 5 ? 0 : codes.size());
+        switch (codes.empty() ? 0 : way) {
+        case 0: holder.setError(HLVError::create(code, "text", way)); break;
+        case 1: holder.prepend(code, std::wstring(9, L'w'), 7); break;
+        case 2: holder.prependError(code, nullptr, new HLVError::Param(7)); break;
+        default: holder.prependError(code, this, nullptr, nullptr, new HLVError::Param(-7));
         }
+        codes.insert(codes.begin(), code);
+        m_held[h].head = holder.getError();
     }
 
-    // These say in the step what they choose.
+    void passOn(int way, int from, int to) {
+        Holder &source = m_holders[from], &target = m_holders[to];
+        switch (way) {
+        case 0: std::as_const(source).copy(target); break;
+        case 1: target = std::as_const(source); break;
+        case 2: target = Holder(source); break;
+        case 3: target.setError(HLVError::copy(source.getError())); break;
+        case 4: source.move(target); break;
+        case 5: target = std::move(source); break;
+        case 6: target = Holder(std::move(source)); break;
+        case 7: target.setError(std::unique_ptr<HLVError>(source.extractError())); break;
+        default: target.setError(source.extractError());
+        }
+        ModelChain const passed = way < 4 ? m_held[from] : std::exchange(m_held[from], {});
+        bool const isNew = way < 4 && passed.head != nullptr;
+        expect(isNew == (target.getError() != passed.head), "a copy is none, or a move is one");
+        m_held[to] = {target.getError(), passed.codes};
+    }
 
-    int way(char const* operation, int ways) {
-        int const chosen = m_choose(ways);
-        m_steps += operation + (", way " + std::to_string(chosen));
-        return chosen;
-    }
-    int holder(char const* role) {
-        int const h = m_choose(3);
-        m_steps += role + (" holder " + std::to_string(h)) + " with " +
-                   (m_held[h].empty() ? "<NONE>" : std::to_string(m_held[h].front().code));
-        return h;
-    }
-    int list(char const* role) {
-        int const l = m_choose(2);
-        m_steps +=
-            role + (" list " + std::to_string(l)) + " of " + std::to_string(m_listed[l].size());
-        return l;
+    void add(int way, int h, int l) {
+        l %= 2;
+        int const code = m_held[h].code();
+        List& list = m_lists[l];
+        std::unique_ptr<HLVError> error(way == 0 ? nullptr : m_holders[h].extractError());
+        bool const isAnError = way == 0   ? list += m_holders[h]
+                               : way == 1 ? list += std::move(error)
+                               : way == 2 ? list += error.get()
+                                          : list += *std::make_unique<List>(std::move(error));
+        // What a list does not take stays with the one who gave a pointer.
+        static_cast<void>(way == 2 && code != 0 ? error.release() : nullptr);
+        expect(isAnError == (code < 0), "the answer whether it is an error");
+        m_listed[l].insert(m_listed[l].end(), code != 0 ? 1 : 0, m_held[h]);
+        m_held[h] = {};
     }
 
-    // A position that steps along the ring lead to, and its index.
-    List::iterator walk(int l, std::size_t& at) {
-        std::size_t const end = m_listed[l].size();
-        List::iterator position = m_lists[l].begin();
+    void join(int way, int to, int from) {
+        to %= 2, from %= 2;
+        List &target = m_lists[to], &source = m_lists[from];
+        if (way == 0) {
+            bool const hasErrors = to != from && source.getErrorCount() > 0;
+            expect((target += source) == hasErrors, "the answer whether there are errors");
+        } else {
+            target.clear(), m_listed[to].clear();
+            target = way == 1 ? std::move(source) : List(std::move(source));
+        }
+        auto const joined = std::exchange(m_listed[from], {});
+        m_listed[to].insert(m_listed[to].end(), joined.begin(), joined.end());
+    }
+
+    // At the position that steps along the ring lead to.
+    void change(int way, int h, int l) {
+        l %= 2;
+        List& list = m_lists[l];
+        std::vector<ModelChain>& entries = m_listed[l];
+        std::size_t const end = entries.size();
+        std::size_t at = 0;
+        List::iterator position = list.begin();
         for (int steps = m_choose(8); steps > 0; --steps) {
             bool const isForward = m_choose(2) == 0;
             isForward ? ++position : --position;
             at = (at + (isForward ? 1 : end)) % (end + 1);
-            expect(position.begin() == (at == 0) && position.end() == (at == end),
-                   "a position is not where its steps lead");
+            expect(position.begin() == (at == 0) && position.end() == (at == end), "a step");
         }
-        m_steps += ", position " + std::to_string(at);
-        return position;
+        m_steps += " at " + std::to_string(at) + " of " + std::to_string(end);
+        changeAt(way, h, list, position);
+        if (at == end || way == 6) {
+            return;
+        }
+        ModelChain const entry = entries[at];
+        bool const isReplaced = way > 1 && m_held[h].code() != 0;
+        isReplaced ? void(entries[at] = m_held[h])
+                   : void(entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(at)));
+        m_held[h] = way == 0 ? entry : way == 1 ? m_held[h] : ModelChain();
     }
 
-    // The operations: first on the errors, then on the model.
-
-    void make() {
-        int const ways = way("make", 4), h = holder(" in");
-        ModelError model{nullptr, m_choose(5) - 2, nullptr, {}};
-        std::wstring const text(static_cast<std::size_t>(m_choose(300) + 1), L'\u20AC');
-        Holder& target = m_holders[h];
-        if (ways == 0) {
-            target.prepend(model.code, text, std::string_view("\xE9"), 7);
-            model.params[0] = text, model.params[1] = L"\u00E9", model.params[2] = L"7";
-        } else if (ways == 1) {
-            target.prependError(model.code, nullptr, new HLVError::Param(text));
-            model.params[1] = text;
-        } else if (ways == 2) {
-            target.prependError(model.code, this, nullptr, nullptr, new HLVError::Param(-7));
-            model.tag = this, model.params[2] = L"-7";
-        } else {
-            target.setError(HLVError::create(model.code));
-            m_held[h].clear();
-        }
-        model.address = target.getError();
-        m_held[h].insert(m_held[h].begin(), model);
-        m_steps += ", now " + std::to_string(model.code);
-    }
-
-    void copy() {
-        int const ways = way("copy", 4), from = holder(" from"), to = holder(" to");
-        Holder const& source = m_holders[from];
-        switch (ways) {
-        case 0: source.copy(m_holders[to]); break;
-        case 1: m_holders[to] = source; break;
-        case 2: m_holders[to] = Holder(source); break;
-        default: m_holders[to].setError(HLVError::copy(source.getError()));
-        }
-        m_held[to] = m_held[from];
-        HLVError const* error = m_holders[to].getError();
-        for (ModelError& each : m_held[to]) {
-            expect(error != nullptr && error != each.address, "a copy is cut, or shares an error");
-            each.address = std::exchange(error, error ? error->getPrecedingError() : nullptr);
-        }
-    }
-
-    void hand() {
-        int const ways = way("hand", 5), from = holder(" from"), to = holder(" to");
-        Holder& source = m_holders[from];
-        switch (ways) {
-        case 0: source.move(m_holders[to]); break;
-        case 1: m_holders[to] = std::move(source); break;
-        case 2: m_holders[to] = Holder(std::move(source)); break;
-        case 3: m_holders[to].setError(std::unique_ptr<HLVError>(source.extractError())); break;
-        default: m_holders[to].setError(source.extractError());
-        }
-        ModelChain const moved = std::exchange(m_held[from], {});
-        m_held[to] = moved;
-    }
-
-    bool addIn(int ways, List& list, Holder& source) {
-        if (ways < 2) {
-            return ways == 0 ? list.add(source) : list += source;
-        }
-        std::unique_ptr<HLVError> error(source.extractError());
-        if (ways < 4) {
-            return ways == 2 ? list.add(std::move(error)) : list += std::move(error);
-        }
-        bool const isAnError = ways == 4 ? list.add(error.get()) : list += error.get();
-        // What the list does not take stays with the one who gave a pointer.
-        bool const isTaken = HLVError::isWarning(error.get()) || HLVError::isError(error.get());
-        return static_cast<void>(isTaken ? error.release() : nullptr), isAnError;
-    }
-
-    void add() {
-        int const ways = way("add", 6), h = holder(" from"), l = list(" to");
-        bool const isAnError = addIn(ways, m_lists[l], m_holders[h]);
-        int const code = codeOf(m_held[h]);
-        expect(isAnError == (code < 0), "a list answers wrongly whether it got an error");
-        m_listed[l].insert(m_listed[l].end(), code != 0 ? 1 : 0, m_held[h]);
-        m_held[h].clear();
-    }
-
-    void join() {
-        int const ways = way("join", 3), to = list(""), from = list(" with");
-        if (ways == 0) {
-            bool const isAnswer = to != from && m_lists[from].getErrorCount() > 0;
-            expect((m_lists[to] += m_lists[from]) == isAnswer,
-                   "a list answers wrongly for another");
-        } else {
-            m_listed[to].clear(), m_lists[to].clear();
-            m_lists[to] = ways == 1 ? std::move(m_lists[from]) : List(std::move(m_lists[from]));
-        }
-        if (to != from) {
-            m_listed[to].insert(m_listed[to].end(), m_listed[from].begin(), m_listed[from].end());
-            m_listed[from].clear();
-        }
-    }
-
-    void eraseEntry(int l, std::size_t at) {
-        m_listed[l].erase(m_listed[l].begin() + static_cast<std::ptrdiff_t>(at));
-    }
-
-    void extract() {
-        int const ways = way("take out", 2), h = holder(" to"), l = list(" from");
-        std::size_t at = 0;
-        List::iterator position = walk(l, at);
-        ways == 0 ? m_lists[l].extract(position, m_holders[h]) : m_lists[l].remove(position);
-        if (at != m_listed[l].size()) {
-            m_held[h] = ways == 0 ? m_listed[l][at] : m_held[h];
-            eraseEntry(l, at);
-        }
-    }
-
-    void replace() {
-        int const ways = way("replace", 4), h = holder(" by"), l = list(" in");
-        std::size_t at = 0;
-        List::iterator position = walk(l, at);
-        bool const isEntry = at != m_listed[l].size(), isTaken = codeOf(m_held[h]) != 0;
-        if (ways == 0) {
-            m_lists[l].replace(position, m_holders[h]);
-        } else if (ways == 1) {
+    void changeAt(int way, int h, List& list, List::iterator& position) {
+        bool const isTaken = !position.end() && m_held[h].code() != 0;
+        switch (way) {
+        case 0: list.extract(position, m_holders[h]); break;
+        case 1: list.remove(position); break;
+        case 2:
+        case 3: list.replace(position, m_holders[h]); break;
+        case 4:
+        case 5: {
             std::unique_ptr<HLVError> error(m_holders[h].extractError());
-            m_lists[l].replace(position, std::move(error));
-            isEntry ? void() : m_holders[h].setError(std::move(error));
-        } else if (ways == 2 && isEntry && isTaken) {
-            m_lists[l].replace(position, m_holders[h].extractError());
-        } else {
-            return m_lists[l].replace(position, *position); // by itself
-        }
-        if (isEntry) {
-            isTaken ? m_listed[l][at].swap(m_held[h]) : eraseEntry(l, at);
-            m_held[h].clear();
-        }
-    }
-
-    // Long chains and lists find no more than short ones, and take longer.
-    void keepSmall() {
-        for (int h = 0; h < 3; ++h) {
-            if (m_held[h].size() > 6) {
-                m_holders[h] = nullptr;
-                m_held[h].clear();
+            if (way == 4 || !isTaken) {
+                list.replace(position, std::move(error));
+                error ? m_holders[h].setError(std::move(error)) : void();
+            } else {
+                list.replace(position, error.release());
             }
+            break;
         }
-        for (int l = 0; l < 2; ++l) {
-            if (m_listed[l].size() > 9) {
-                m_lists[l].clear();
-                m_listed[l].clear();
-            }
+        default: list.replace(position, *position); // by itself
         }
     }
 
     void findFaults() {
-        for (int h = 0; h < 3; ++h) {
-            std::string const fault = faultOf(m_holders[h].getError(), m_held[h]);
-            expect(fault.empty(), "Holder " + std::to_string(h) + " " + fault);
-            expect(bool(m_holders[h]) == !m_held[h].empty(), "a holder does not know what it has");
+        for (int i = 0; i < 3; ++i) {
+            std::string const fault = faultOf(m_holders[i].getError(), m_held[i]);
+            expect(fault.empty() && bool(m_holders[i]) == !m_held[i].codes.empty(),
+                   "holder " + std::to_string(i) + ": " + fault);
         }
-        for (int l = 0; l < 2; ++l) {
-            std::string const fault = faultOf(m_lists[l], m_listed[l]);
-            expect(fault.empty(), "List " + std::to_string(l) + " " + fault);
+        for (int i = 0; i < 2; ++i) {
+            std::string const fault = faultOf(m_lists[i], m_listed[i]);
+            expect(fault.empty(), "list " + std::to_string(i) + ": " + fault);
         }
     }
 
