@@ -93,6 +93,14 @@ void texts() {
     std::cout << fields.size() << ' ' << Convert::toAString(fields[2]) << '\n'; // 3 running
     //! [Convert]
 
+    //! [Utf8]
+    std::wstring wide;
+    Utf8Result const result = Utf8::toWString(wide, "caf\xC3\xA9 \xFF");
+    if (result.replaced != 0) { // what was ill-formed is U+FFFD now
+        std::cout << "no UTF-8 from byte " << result.position << " on\n";
+    }
+    //! [Utf8]
+
     //! [CsvReader]
     CsvReader reader("pump,\"3, north\"\nval\"ve,4\n");
     reader.onFault([](CsvReader::Fault const& fault) {
