@@ -18,9 +18,10 @@ namespace Halvora {
 /// element, `HLVString` one 16-bit code unit. Each element is converted by itself; neither UTF-8,
 /// nor surrogate pairs, nor a locale plays a part. Lengths count elements.
 ///
-/// Memory that runs out is reported by `std::bad_alloc`, and nothing else fails; an output argument
-/// then holds unspecified text or fields. A null pointer given where a string is asked for meets
-/// the string's own constructor, which throws `std::logic_error` with libstdc++.
+/// Memory that runs out is reported by `std::bad_alloc`, a result that 32 bits cannot hold (from
+/// 2^28 wide characters on) by `std::length_error`, and nothing else fails; an output argument then
+/// holds unspecified text or fields. A null pointer given where a string is asked for meets the
+/// string's own constructor, which throws `std::logic_error` with libstdc++.
 class HALVTYPES_API Convert {
 public:
     /// There are no instances.
@@ -28,9 +29,9 @@ public:
 
     /// @name Encodings
     /// Widening keeps the element's unsigned value. To 16 bits, a wide character is cut to its low
-    /// 16 bits. To narrow, a value above 0xFF becomes a space. The result has exactly as many
-    /// elements as were read, zeros included. `out` is replaced whole. One pass, at most one
-    /// allocation, none when `out` has the capacity.
+    /// 16 bits, which may be those of another: U+10041 becomes `A`. To narrow, a value above 0xFF
+    /// becomes a space. The result has exactly as many elements as were read, zeros included. `out`
+    /// is replaced whole. One pass, at most one allocation, none when `out` has the capacity.
     /// @{
 
     /// 16-bit to wide, up to the first zero unit; nothing for null.
@@ -107,7 +108,8 @@ public:
     /// on, separators included, to the next quote or the end of the text; a separator directly
     /// behind that quote belongs to the field: `a,"b,c",d` gives three fields. One that only begins
     /// with a quote is dropped when no text follows its separator or nothing separates it: `a,"b`
-    /// gives one field. A lone quote is kept. No escape puts a quote inside a quoted field.
+    /// gives one field. A lone quote is kept. No escape puts a quote inside a quoted field: this
+    /// is for texts known to have none, and `CsvReader` for CSV from elsewhere.
     static std::vector<std::string>& splitQuoted(std::string const& text, char separator,
                                                  std::vector<std::string>& fields);
     /// Cuts wide `text` at every separator outside double quotes, by the rules of the narrow form.
@@ -132,8 +134,8 @@ public:
     /// digits, the six from `':'` to `'?'` count as 10 to 15, everything else as 0.
     static unsigned char toByte(char high, char low) noexcept;
 
-    /// True for exactly `1`, and for a text that, after white space, begins with `true` in any case,
-    /// whatever follows (`TRUEST`); false for every other.
+    /// True for exactly `1`, and for a text that, after white space, begins with `true` in any
+    /// case, whatever follows (`TRUEST`); false for every other.
     static bool toBool(std::string text);
 
     /// The mixed-case name of the type (`Int32`); empty for `DT_VOID` and unknown types.

@@ -1,5 +1,6 @@
 #include <Halvora/text/Convert.h>
 
+#include <Halvora/text/CsvReader.h>
 #include <tests/support/SlowSplit.h>
 #include <tests/text/Text.h>
 
@@ -126,6 +127,31 @@ TEST(Convert, splittingAgreesWithReadingLines) {
     checkSplitting<std::string>({',', ',', '"', '"', 'a', '\0', '\xE9'});
     checkSplitting<std::string>({'"', 'a', ','});
     checkSplitting<std::wstring>({0x12C, 0x12C, '"', '"', ',', '\0', 0x122});
+}
+
+// Of all records of up to ten characters, those that splitQuoted does not read as CSV.
+TEST(Convert, tornRecordsHaveAQuotedFieldOfAKindAndShow) {
+    for (unsigned number = 0; number < 59049; ++number) {
+        std::string text;
+        for (unsigned rest = number; rest != 0; rest /= 3) {
+            text += "a,\""[rest % 3];
+        }
+        std::vector<std::string> record, fields;
+        CsvReader reader(text);
+        if (!reader.next(record) || record.back().empty()) {
+            continue; // no CSV, or an empty last field, which is no field
+        }
+        Convert::splitQuoted(text, ',', fields);
+        auto const any = [](auto const& of, auto is) {
+            return std::any_of(of.begin(), of.end(), is);
+        };
+        auto const hasQuote = [](auto const& field) { return field.find('"') != field.npos; };
+        bool const isTorn = fields != record;
+        ASSERT_TRUE(!isTorn || any(record, hasQuote) || any(record, [](auto const& field) {
+            return field[0] == ',';
+        })) << text;
+        ASSERT_TRUE(!isTorn || fields.size() != record.size() || any(fields, hasQuote)) << text;
+    }
 }
 
 TEST(Convert, eachFieldIsOneAllocationWhichMayFail) {
