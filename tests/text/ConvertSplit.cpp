@@ -1,6 +1,7 @@
 #include <Halvora/text/Convert.h>
 
 #include <Halvora/text/CsvReader.h>
+#include <tests/support/Memory.h>
 #include <tests/support/SlowSplit.h>
 #include <tests/text/Text.h>
 
@@ -11,43 +12,32 @@ std::wstring widened(std::string const& text) {
     return Convert::toWString(text);
 }
 
-// Runs trim(text, set) in both widths.
-template <typename Narrow, typename Wide>
-std::string trimmed(Narrow narrow, Wide wide, std::string text, std::string const& set) {
-    std::wstring wideText = widened(text);
-    narrow(text, set);
-    wide(wideText, widened(set));
-    EXPECT_TRUE(same(widened(text), wideText)) << "the wide form differs";
-    return text;
-}
-
 TEST(Convert, trimmingSparesTextOfNothingButTheSet) {
-    std::string const usual = Convert::ms_strTrim;
-    EXPECT_TRUE(usual == " \t\r\n" && Convert::ms_wstrTrim == L" \t\r\n");
+    std::string const usual = " \t\r\n";
     struct {
         std::string text, set, left, right, both;
     } const rows[] = {
-        {"  a b  ",      usual,  "a b  ",     "  a b",    "a b"  },
-        {" \ta\v b\n\r", usual,  "a\v b\n\r", " \ta\v b", "a\v b"},
-        {"\va",          usual,  "\va",       "\va",      "\va"  }, // not in the set
-        {"   ",          usual,  "   ",       "   ",      "   "  },
-        {"",             usual,  "",          "",         ""     },
-        {"xxa",          "x",    "a",         "xxa",      "a"    },
-        {"xyx",          "yx",   "xyx",       "xyx",      "xyx"  },
-        {" a ",          "",     " a ",       " a ",      " a "  },
-        {"\xE9 a\xE9",   "\xE9", " a\xE9",    "\xE9 a",   " a"   },
-        {{' ', 0, ' '},  " ",    {0, ' '},    {' ', 0},   {0}    },
+        {"  a b  ",    usual,  "a b  ",   "  a b",   "a b"    },
+        {"\t\va\n",    usual,  "\va\n",   "\t\va",   "\va"    }, // not in the set
+        {" \t\r\n",    usual,  " \t\r\n", " \t\r\n", " \t\r\n"},
+        {"",           usual,  "",        "",        ""       },
+        {"xxa",        "x",    "a",       "xxa",     "a"      },
+        {"xyx",        "yx",   "xyx",     "xyx",     "xyx"    },
+        {" a ",        "",     " a ",     " a ",     " a "    },
+        {"\xE9 a\xE9", "\xE9", " a\xE9",  "\xE9 a",  " a"     },
     };
-    using Narrow = void (*)(std::string&, std::string const&);
-    using Wide = void (*)(std::wstring&, std::wstring const&);
-    auto const run = [](Narrow narrow, Wide wide, auto const& row) {
-        return trimmed(narrow, wide, row.text, row.set);
-    };
+    EXPECT_TRUE(Convert::ms_strTrim == usual && Convert::ms_wstrTrim == widened(usual));
     for (auto const& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(row.text) + " by " + testing::PrintToString(row.set));
-        EXPECT_EQ(row.left, run(Convert::trimLeft, Convert::trimLeft, row));
-        EXPECT_EQ(row.right, run(Convert::trimRight, Convert::trimRight, row));
-        EXPECT_EQ(row.both, run(Convert::trim, Convert::trim, row));
+        auto const check = [](auto text, auto const& set) {
+            auto left = text, right = text;
+            Convert::trimLeft(left, set);
+            Convert::trimRight(right, set);
+            Convert::trim(text, set);
+            return (left += '/') += (right += '/') += text;
+        };
+        std::string const expected = row.left + '/' + row.right + '/' + row.both;
+        EXPECT_EQ(expected, check(row.text, row.set)) << row.text;
+        EXPECT_EQ(widened(expected), check(widened(row.text), widened(row.set))) << row.text;
     }
 }
 
@@ -92,33 +82,27 @@ TEST(Convert, splittingByExample) {
     }
 }
 
-template <typename Text>
-Text drawText(Text const& alphabet, std::size_t longest) {
-    Text text(draw(longest + 1), alphabet[0]);
-    for (auto& c : text) {
-        c = alphabet[draw(alphabet.size())];
-    }
-    return text;
-}
-
 template <typename Text, typename Char = typename Text::value_type>
 void checkSplitting(Text const& alphabet) {
     using Split = std::vector<Text>& (*)(Text const&, Char, std::vector<Text>&);
-    Split const functions[] = {Convert::split, Convert::splitQuoted};
-    Split const slowly[] = {splitByStream, splitQuotedByStream};
+    Split const ours[] = {Convert::split, Convert::splitQuoted};
+    Split const slow[] = {splitByStream, splitQuotedByStream};
     static Text const empty; // with an address below that of any field
     std::vector<Text> fields(1), expected;
     EXPECT_TRUE(Convert::split(empty, alphabet[0], fields).empty());
     for (unsigned round = 0; round < 20000; ++round) {
-        Text const text = drawText(alphabet, round % 100 < 2 ? 300 : 14);
+        Text text(draw(round % 100 < 2 ? 300 : 15), alphabet[0]);
+        for (auto& c : text) {
+            c = alphabet[draw(alphabet.size())];
+        }
         SCOPED_TRACE(testing::PrintToString(text) + (round % 2 == 0 ? " split" : " splitQuoted"));
-        Split const split = functions[round % 2];
-        slowly[round % 2](text, alphabet[0], expected);
+        Split const split = ours[round % 2];
+        slow[round % 2](text, alphabet[0], expected);
         ASSERT_EQ(expected, split(text, alphabet[0], fields));
         long const before = allocations();
         ASSERT_EQ(&fields, &split(text, alphabet[0], fields));
         ASSERT_EQ(before, allocations()) << "fields are not reused";
-        fields = std::vector<Text>(2, text); // the text may be one of the fields
+        fields.assign(2, text); // the text may be one of the fields
         ASSERT_EQ(expected, split(fields[1], alphabet[0], fields));
     }
 }
@@ -129,8 +113,10 @@ TEST(Convert, splittingAgreesWithReadingLines) {
     checkSplitting<std::wstring>({0x12C, 0x12C, '"', '"', ',', '\0', 0x122});
 }
 
-// Of all records of up to ten characters, those that splitQuoted does not read as CSV.
-TEST(Convert, tornRecordsHaveAQuotedFieldOfAKindAndShow) {
+// Of the records of up to ten characters, those that splitQuoted does not read as CSV have a quoted
+// field with a quote or a leading separator, and show in the number of fields or a quote.
+TEST(Convert, aTornRecordShows) {
+    auto const hasQuote = [](std::string const& field) { return field.find('"') != field.npos; };
     for (unsigned number = 0; number < 59049; ++number) {
         std::string text;
         for (unsigned rest = number; rest != 0; rest /= 3) {
@@ -138,30 +124,16 @@ TEST(Convert, tornRecordsHaveAQuotedFieldOfAKindAndShow) {
         }
         std::vector<std::string> record, fields;
         CsvReader reader(text);
-        if (!reader.next(record) || record.back().empty()) {
-            continue; // no CSV, or an empty last field, which is no field
+        bool const isRecord = reader.next(record) && !record.back().empty();
+        if (isRecord && Convert::splitQuoted(text, ',', fields) != record) {
+            ASSERT_TRUE(std::any_of(record.begin(), record.end(), [&](std::string const& field) {
+                return hasQuote(field) || field[0] == ',';
+            })) << text;
+            ASSERT_TRUE(fields.size() != record.size() ||
+                        std::any_of(fields.begin(), fields.end(), hasQuote))
+                << text;
         }
-        Convert::splitQuoted(text, ',', fields);
-        auto const any = [](auto const& of, auto is) {
-            return std::any_of(of.begin(), of.end(), is);
-        };
-        auto const hasQuote = [](auto const& field) { return field.find('"') != field.npos; };
-        bool const isTorn = fields != record;
-        ASSERT_TRUE(!isTorn || any(record, hasQuote) || any(record, [](auto const& field) {
-            return field[0] == ',';
-        })) << text;
-        ASSERT_TRUE(!isTorn || fields.size() != record.size() || any(fields, hasQuote)) << text;
     }
-}
-
-TEST(Convert, eachFieldIsOneAllocationWhichMayFail) {
-    auto const check = [](auto const& text) {
-        std::vector const used(1, text);
-        expectReuse(2, used, [&](auto& out) { Convert::split(text, ',', out); });
-        expectReuse(2, used, [&](auto& out) { Convert::splitQuoted(text, ',', out); });
-    };
-    check(std::string(5000, 'x'));
-    check(std::wstring(5000, L'x'));
 }
 
 // All tokens, each in brackets.
@@ -173,15 +145,6 @@ std::string tokens(std::string text, char const* delimiter) {
     }
     EXPECT_EQ(nullptr, Convert::token(nullptr, delimiter, next));
     return result;
-}
-
-std::string slowTokens(std::string const& text, std::string const& delimiter) {
-    auto const at = delimiter.empty() ? std::string::npos : text.find(delimiter);
-    if (at == std::string::npos || at + delimiter.size() >= text.size()) {
-        return "[" + text + "]"; // nothing follows a delimiter, so it is none
-    }
-    return "[" + text.substr(0, at) + "]" +
-           slowTokens(text.substr(at + delimiter.size()), delimiter);
 }
 
 TEST(Convert, tokensEndWhereAFurtherCharacterFollowsTheDelimiter) {
@@ -203,12 +166,6 @@ TEST(Convert, tokensEndWhereAFurtherCharacterFollowsTheDelimiter) {
     };
     for (auto const& [text, delimiter, expected] : rows) {
         EXPECT_EQ(expected, tokens(text, delimiter)) << text;
-    }
-    for (int round = 0; round < 20000; ++round) {
-        std::string const text = drawText<std::string>("a--", 9);
-        std::string const delimiter = drawText<std::string>("a--", 2);
-        ASSERT_EQ(slowTokens(text, delimiter), tokens(text, delimiter.c_str()))
-            << text << " by " << delimiter;
     }
 }
 

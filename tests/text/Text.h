@@ -2,13 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <random>
+#include <sstream>
 #include <string>
-#include <vector>
-
-#include <tests/support/Memory.h>
-#include <tests/support/Steps.h>
+#include <type_traits>
 
 // A variable template `name<T>`: whether the call compiles, in which `argument<T>()` is a T.
 #define HALV_COMPILES(name, call)          \
@@ -36,32 +33,18 @@ inline std::wstring anyText(std::size_t length) {
     return text;
 }
 
-// length:u16le unit:u16le[], the units being the low 16 bits of the characters. The length counts
-// `absent` units more than there are.
-inline std::string rawForm(std::wstring const& text, std::size_t absent = 0) {
-    std::string bytes;
-    for (auto const unit : static_cast<wchar_t>(text.size() + absent) + text) {
-        bytes += {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8 & 0xFF)};
-    }
-    return bytes;
-}
-
+// A text in a message: its length, then elements in hexadecimal, from `at` on.
 template <typename Text>
-std::string bytesOf(Text const& text) {
-    return {reinterpret_cast<char const*>(&text), text.size()};
-}
-
-inline std::string hexOf(std::string const& bytes) { // "02 00 FF"
-    char const digits[] = "0123456789ABCDEF";
-    std::string hex;
-    for (char const c : bytes) {
-        auto const byte = static_cast<unsigned char>(c);
-        hex += {digits[byte >> 4], digits[byte & 15], ' '};
+std::string shown(Text const& text, std::size_t at = 0) {
+    std::ostringstream stream;
+    stream << text.size() << " elements: " << (at != 0 ? "..." : "") << std::hex;
+    for (std::size_t i = at; i < text.size() && i < at + 12; ++i) {
+        stream << ' ' << +static_cast<std::make_unsigned_t<typename Text::value_type>>(text[i]);
     }
-    return hex.substr(0, hex.size() - !hex.empty());
+    return stream.str();
 }
 
-// Whether two texts are the same; else it says where they part.
+// Whether two texts are the same; else it shows both from where they part.
 template <typename Text>
 testing::AssertionResult same(Text const& expected, Text const& actual) {
     std::size_t at = 0;
@@ -69,57 +52,19 @@ testing::AssertionResult same(Text const& expected, Text const& actual) {
         ++at;
     }
     return testing::AssertionResult(expected == actual)
-           << "they part at element " << at << "\n  expected there, " << shown(expected.substr(at))
-           << "\n  actual there,   " << shown(actual.substr(at)) << '\n';
+           << "they part at element " << at << "\n  expected " << shown(expected, at)
+           << "\n  actual   " << shown(actual, at) << '\n';
 }
 
-// Makes a result by as many allocations as said, each of which may fail.
-template <typename Make>
-void expectAllocations(int expected, Make make) {
-    auto const act = [&](int) { make(); };
-    EXPECT_EQ(expected, failEachAllocation([] { return 0; }, act, [](int) {}))
-        << __PRETTY_FUNCTION__;
-}
-
-// The same with an output that is empty; one that has been used has the memory.
-template <typename Out, typename Into>
-void expectReuse(int expected, Out out, Into into) {
-    expectAllocations(expected, [&] {
-        Out fresh;
-        into(fresh);
-    });
-    expectAllocations(0, [&] { into(out); });
-}
-
-// sizeWithin of a class whose forms have `head` bytes before the units. The bytes lie alone on the
-// heap, where a sanitizer sees what is read beyond them.
+// The bytes of a packed or raw form: "02 00 61 00 62 00".
 template <typename Text>
-void checkSizeWithin(std::size_t head) {
-    struct {
-        std::size_t field, available; // what the length field says; bytes
-        bool isWhole;
-    } const rows[] = {
-        {0,                    0,                                false},
-        {0,                    head - 1,                         false}, // half a length field
-        {0,                    head,                             true },
-        {0,                    head + 1000,                      true }, // bytes behind the form do not matter
-        {3,                    head + 5,                         false}, // one byte short
-        {3,                    head + 6,                         true },
-        {Text::maxLength,      head + 2 * Text::maxLength,       true },
-        {Text::maxLength + 72, head + 2 * Text::maxLength,       false},
-        {Text::maxLength + 72, head + 2 * Text::maxLength + 144, true }, // cut by an object
-        {65535,                head + 131069,                    false},
-        {65535,                head + 131070,                    true }, // the longest that can be announced
-    };
-    for (auto const& [field, available, isWhole] : rows) {
-        std::string bytes(std::max(head, available), '\0');
-        bytes[head - 2] = static_cast<char>(field & 0xFF);
-        bytes[head - 1] = static_cast<char>(field >> 8);
-        std::vector<char> const memory(bytes.begin(), bytes.begin() + static_cast<long>(available));
-        EXPECT_EQ(isWhole ? head + 2 * field : 0, Text::sizeWithin(memory.data(), available))
-            << "length field " << field << ", " << available << " bytes";
+std::string hexOf(Text const& object) {
+    std::ostringstream stream;
+    auto const* const bytes = reinterpret_cast<unsigned char const*>(&object);
+    for (unsigned i = 0; i < object.size(); ++i) {
+        stream << (i == 0 ? "" : " ") << std::hex << bytes[i] / 16 << bytes[i] % 16;
     }
-    EXPECT_EQ(0u, Text::sizeWithin(nullptr, 1000));
+    return stream.str();
 }
 
 } // namespace Halvora::test

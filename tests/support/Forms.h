@@ -1,0 +1,72 @@
+#pragma once
+
+#include <Halvora/text/ResString.h>
+#include <Halvora/text/VarChar.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace Halvora::test {
+
+// What packed (ResString) and raw (VarChar) forms have to be, byte by byte. Each lies alone on the
+// heap, where a sanitizer sees what is read or written beyond it.
+template <typename Text>
+struct Forms {
+    static constexpr bool packed = std::is_same_v<Text, ResString>;
+    static constexpr unsigned head = packed ? 18 : 2; // bytes before the units
+    unsigned field;                                   // what the length field says, true or not
+    std::string id, units;                            // two bytes a unit
+
+    // The form that says `length` and has so many units.
+    std::string form(unsigned length, std::size_t count) const {
+        std::string const bytes = {static_cast<char>(length), static_cast<char>(length >> 8)};
+        return id + bytes + units.substr(0, 2 * count);
+    }
+    std::string all() const { return form(field, units.size() / 2); }
+
+    // What sizeWithin answers for the first bytes of the form.
+    bool isMeasured(std::size_t available) const {
+        std::string const bytes = all().substr(0, available);
+        std::vector<char> const memory(bytes.begin(), bytes.end());
+        std::size_t const whole = head + std::size_t{2} * field;
+        return Text::sizeWithin(memory.data(), memory.size()) ==
+               (memory.size() >= std::max<std::size_t>(head, whole) ? whole : 0);
+    }
+    // The form that begins at an offset is read, and written to a slot `gap` bytes behind.
+    bool isHandled(unsigned offset, unsigned capacity, unsigned gap) const {
+        std::string const bytes = std::string(offset, '#') + all();
+        std::vector<char> memory(bytes.begin(), bytes.end());
+        char* const at = memory.data() + offset;
+        std::string const loaded =
+            form(std::min<unsigned>(field, Text::maxLength), Text::maxLength);
+        Text text(std::wstring(600, L'x'));
+        bool isRight = true;
+        unsigned kept = std::min<unsigned>(field, capacity);
+        if constexpr (packed) {
+            isRight = ResString::size(at) == head + 2 * field;
+            text.set(at);
+            memory.resize(offset + gap + std::max<std::size_t>(all().size(), head + 2 * capacity));
+            ResString::set(&memory[offset], capacity, &memory[offset + gap]);
+        } else {
+            std::wstring wide = L"old";
+            unsigned short length = 9;
+            VarChar::set(at, text);
+            VarChar::set(at, wide, length);
+            isRight = VarChar::size(at) == static_cast<unsigned short>(head + 2 * field) &&
+                      wide == text.wstr() && length == text.length() &&
+                      VarChar::equal(at, wide.c_str(), length) == (field == length) &&
+                      !VarChar::equal(at, wide.c_str(), length + 1u);
+            kept = std::min<unsigned>(kept, length);
+            memory.resize(offset + gap + head + 2 * capacity);
+            VarChar::set(wide.c_str(), length, capacity, &memory[offset + gap]);
+        }
+        std::string slot = form(kept, kept);
+        slot.resize(head + 2 * capacity, packed ? '\0' : '0');
+        std::string const object(reinterpret_cast<char const*>(&text), text.size());
+        return isRight && object == loaded.substr(0, head + 2 * text.length()) &&
+               std::equal(slot.begin(), slot.end(), &memory[offset + gap]);
+    }
+};
+
+} // namespace Halvora::test
