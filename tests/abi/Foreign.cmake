@@ -20,7 +20,7 @@ endfunction()
 function(expect_refused message)
     build(status ${ARGN})
     if(status EQUAL 0 OR NOT errors MATCHES "${message}")
-        message(SEND_ERROR "${ARGN}: not refused with \"${message}\":\n${errors}")
+        message(FATAL_ERROR "${ARGN}: not refused with \"${message}\":\n${errors}")
     endif()
 endfunction()
 
