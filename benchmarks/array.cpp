@@ -5,10 +5,14 @@
 #include <Halvora/array/ArrayView.h>
 #include <Halvora/array/HLVArray.h>
 
+#include <malloc.h>
+
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <numeric>
+#include <type_traits>
 #include <utility>
 
 #include <tests/support/ArrayModel.h>
@@ -86,6 +90,26 @@ void addCopies(std::string const& name, char const* who, std::vector<T> const& v
     add(name, values.size(), who, [append] { benchmark::DoNotOptimize(append().get()); });
 }
 
+// What exact storage costs at least: a call of realloc whenever the allocator's block is full.
+template <typename T>
+void addReallocs(std::string const& name, std::vector<T> const& values) {
+    auto const append = [values] {
+        std::unique_ptr<T[], decltype(&std::free)> all(nullptr, std::free);
+        std::size_t room = 0;
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            if (i == room) {
+                all.reset(static_cast<T*>(std::realloc(all.release(), (i + 1) * sizeof(T))));
+                room = malloc_usable_size(all.get()) / sizeof(T);
+            }
+            all[i] = values[i];
+        }
+        return all;
+    };
+    stopUnless(std::equal(values.begin(), values.end(), append().get()), name + " by realloc");
+    add(name, values.size(), "bare realloc",
+        [append] { benchmark::DoNotOptimize(append().get()); });
+}
+
 template <typename Row>
 void addAppends(Sample<Row> const& of, std::size_t n, char const* byCopy) {
     std::string const name = "append " + of.name;
@@ -97,6 +121,9 @@ void addAppends(Sample<Row> const& of, std::size_t n, char const* byCopy) {
         return array;
     });
     addPushes<std::vector<typename Row::Value>>(name, "limit", of.times(n));
+    if constexpr (std::is_arithmetic_v<typename Row::Value>) {
+        addReallocs(name, of.times(n));
+    }
     if (n <= 4096) { // quadratic
         addCopies(name, byCopy, of.times(n));
     }
