@@ -102,34 +102,27 @@ void writeSome(Bytes& bytes, Setting const& setting) {
     }
 }
 
-// One insertion a character, as Binary16::write and ResString::toWStr promise: to the stream's last
-// bit.
+// One insertion a character, to the stream's last bit.
+template <typename Char, typename Write>
+void expectInsertions(Setting const& setting, std::basic_string<Char> const& characters,
+                      Write write) {
+    auto const expected = outcomeOf<Char>(setting, [&](auto& stream) {
+        for (Char const c : characters) {
+            stream << c;
+        }
+    });
+    auto const outcome = outcomeOf<Char>(setting, write);
+    assert(outcome.taken == expected.taken && outcome.state == expected.state);
+    assert(outcome.thrown == expected.thrown && outcome.width == expected.width);
+}
+
 void writeCharacters(Bytes& bytes, Setting const& setting) {
     Binary16 const id(bytes.ConsumeIntegral<int>());
-    std::string hex;
-    for (int i = 15; i >= 0; --i) {
-        hex += "0123456789ABCDEF"[id[static_cast<unsigned char>(i)] / 16];
-        hex += "0123456789ABCDEF"[id[static_cast<unsigned char>(i)] % 16];
-    }
-    auto const narrow = outcomeOf<char>(setting, [&](auto& stream) { id.write(stream); });
-    auto const expected = outcomeOf<char>(setting, [&](auto& stream) {
-        stream << '0' << 'x';
-        for (char const c : hex) {
-            stream << c;
-        }
-    });
-    assert(narrow.taken == expected.taken && narrow.state == expected.state);
-    assert(narrow.thrown == expected.thrown && narrow.width == expected.width);
-
+    std::ostringstream hex;
+    id.write(hex);
+    expectInsertions(setting, hex.str(), [&](auto& stream) { id.write(stream); });
     ResString const text(id, Convert::toWString(bytes.ConsumeRandomLengthString(150)));
-    auto const wide = outcomeOf<wchar_t>(setting, [&](auto& stream) { text.toWStr(stream); });
-    auto const expectedWide = outcomeOf<wchar_t>(setting, [&](auto& stream) {
-        for (wchar_t const c : text.wstr()) {
-            stream << c;
-        }
-    });
-    assert(wide.taken == expectedWide.taken && wide.state == expectedWide.state);
-    assert(wide.thrown == expectedWide.thrown && wide.width == expectedWide.width);
+    expectInsertions(setting, text.wstr(), [&](auto& stream) { text.toWStr(stream); });
 }
 
 } // namespace
