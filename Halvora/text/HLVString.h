@@ -22,7 +22,8 @@ inline constexpr bool isText =
 
 namespace Halvora {
 
-/// The family's portable text: unsigned 16-bit code units, one a character, without surrogates.
+/// The family's portable text: unsigned 16-bit code units. `Convert` takes each for a character,
+/// `Utf8` makes and reads surrogate pairs.
 using HLVString = std::basic_string<unsigned short>;
 
 } // namespace Halvora
@@ -119,7 +120,8 @@ struct HALVTYPES_API HLVCharTraits {
     }
 };
 
-/// The family's portable text: unsigned 16-bit code units, one a character, without surrogates.
+/// The family's portable text: unsigned 16-bit code units. `Convert` takes each for a character,
+/// `Utf8` makes and reads surrogate pairs.
 using HLVString = std::basic_string<unsigned short, HLVCharTraits>;
 
 } // namespace Halvora
