@@ -1,6 +1,6 @@
-#include <tests/support/ArrayProgram.h>
-
 #include <iostream>
+
+#include <tests/support/ArrayProgram.h>
 
 #include "Bytes.h"
 
@@ -11,13 +11,12 @@ void run(Bytes& bytes) {
     auto const pick = [&](unsigned int below) {
         return bytes.ConsumeIntegralInRange<unsigned int>(0, below - 1);
     };
-    auto const pickType = [&] { return static_cast<eDataType>(pick(DT_STRINGRES) + 1); };
-    eDataType const first = pickType(), second = pickType();
-    test::ArrayProgram program(first, second, pick);
+    unsigned int const first = pick(DT_STRINGRES) + 1, second = pick(DT_STRINGRES) + 1;
+    test::ArrayProgram program{
+        {first,                    second},
+        pick, [](long) {                        }
+    };
     for (int left = 32; left > 0 && bytes.remaining_bytes() != 0; --left) {
-        if (!program.step()) {
-            std::cerr << program.report();
-            std::abort();
-        }
+        assert(program.step() || !(std::cerr << program.report()));
     }
 }
