@@ -1,11 +1,8 @@
 #pragma once
 
 #include <functional>
-#include <new>
-#include <utility>
 
 #include <tests/support/ArrayModel.h>
-#include <tests/support/Steps.h>
 
 namespace Halvora::test {
 
@@ -17,7 +14,7 @@ struct ArrayProgram {
     std::function<void(long)> fail;                 // the n-th allocation from now on; 0: none
     Array arrays[3] = {};
     ArrayModel models[3] = {};
-    Steps steps = {};
+    std::string steps = "\n"; // a line each
     std::string complaint = {};
     long failures = 0; // of allocations, in every second step
 
@@ -30,7 +27,10 @@ struct ArrayProgram {
         }
         return complaint.empty();
     }
-    std::string report() const { return complaint + (std::ostringstream() << steps).str(); }
+    std::string report() const { // the last steps only
+        return complaint +
+               steps.substr(steps.find('\n', std::max<std::size_t>(1500, steps.size()) - 1500));
+    }
 
     // One step with values of one type: what it works with, chosen at random, and the operations.
     template <typename Row>
@@ -86,10 +86,10 @@ struct ArrayProgram {
         void perform(std::string const& call, int expected, Act act) {
             ArrayModel const done = m, values{type, run.empty() ? one : run, true};
             std::string const what = p == nullptr ? "null" : (isOwn ? "own " : "") + values.text();
-            program.steps.add("abc"[target] + (" is " + was.text() + "; ") + call +
-                                  "(index, count, other type, " + what + "), array " +
-                                  "abc"[source],
-                              i, n, static_cast<int>(any));
+            program.steps += "abc"[target] + (" is " + was.text() + "; ") + call + " with index " +
+                             std::to_string(i) + ", count " + std::to_string(n) + ", " + what +
+                             ", array " + "abc"[source] + ", other type " + std::to_string(any) +
+                             '\n';
             // A failure that empties the array would take its own values along.
             long failing = isOwn && failed.seeds != was.seeds ? 0 : pick(2);
             for (int code = thrown; code == thrown && program.complaint.empty(); ++failing) {
