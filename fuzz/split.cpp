@@ -7,14 +7,12 @@
 using namespace Halvora;
 
 // The text is one of the fields that are replaced.
-template <typename Text, typename Char>
+template <bool quoted, typename Text, typename Char>
 void compareFields(Text const& text, Char separator) {
     std::vector<Text> expected, fields(3, text);
-    assert(test::splitByStream(text, separator, expected) ==
-           Convert::split(fields[1], separator, fields));
-    fields.assign(3, text);
-    assert(test::splitQuotedByStream(text, separator, expected) ==
-           Convert::splitQuoted(fields[1], separator, fields));
+    test::splitByStream<quoted>(text, separator, expected);
+    assert(expected == (quoted ? Convert::splitQuoted(fields[1], separator, fields)
+                               : Convert::split(fields[1], separator, fields)));
 }
 
 // A delimiter with nothing behind it belongs to the last token.
@@ -36,7 +34,10 @@ void run(Bytes& bytes) {
     std::wstring wide(text.begin(), text.end());
     // A wide stream takes this one for its end.
     std::replace(wide.begin(), wide.end(), static_cast<wchar_t>(WEOF), L'\x122');
-    compareFields(text, delimiter.c_str()[0]);
-    compareFields(wide, static_cast<wchar_t>(delimiter.c_str()[0] & 0x7F));
+    auto const separator = static_cast<wchar_t>(delimiter.c_str()[0] & 0x7F);
+    compareFields<false>(text, delimiter.c_str()[0]);
+    compareFields<true>(text, delimiter.c_str()[0]);
+    compareFields<false>(wide, separator);
+    compareFields<true>(wide, separator);
     compareTokens(text.c_str(), delimiter.c_str());
 }

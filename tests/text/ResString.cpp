@@ -1,9 +1,11 @@
 #include <Halvora/text/ResString.h>
 
-#include <iomanip>
+#include <climits>
+#include <memory>
 
 #include <Halvora/text/Convert.h>
 #include <tests/support/Forms.h>
+#include <tests/support/Memory.h>
 #include <tests/text/Text.h>
 
 namespace Halvora::test {
@@ -34,7 +36,6 @@ TEST(ResString, textByExample) {
     std::wstring const longest(128, L'x'), longer(65537, L'x'), withZero(L"a\0b", 3);
     std::pair<std::wstring, std::wstring> const rows[] = {
         {L"",            L""          },
-        {L"ab",          L"ab"        },
         {withZero,       withZero     }, // a counted text keeps its zeros
         {L"\xE9\x20AC",  L"\xE9\x20AC"},
         {L"\x1F600",     L"\xF600"    }, // cut to 16 bits
@@ -45,33 +46,25 @@ TEST(ResString, textByExample) {
     };
     for (auto const& [wide, kept] : rows) {
         ResString const text(id, wide), again(id, unitsOf(wide));
-        std::wstring out = L"old";
         std::string narrow = "old";
-        text.toWStr(out);
         text.toStr(narrow);
-        EXPECT_TRUE(same(kept, text.wstr())) << shown(wide);
-        EXPECT_TRUE(same(kept, again.wstr())) << shown(wide);
-        EXPECT_TRUE(out == kept && narrow == Convert::toAString(kept)) << shown(wide);
-        EXPECT_TRUE(text.id() == id && text.size() == 18 + 2 * kept.size()) << shown(wide);
+        EXPECT_TRUE(same(kept, text.wstr()) && same(kept, again.wstr())) << shown(wide);
+        EXPECT_TRUE(text.size() == 18 + 2 * kept.size() && narrow == Convert::toAString(kept));
         EXPECT_EQ(wide.size() <= 128, ResString::fits(wide) && ResString::fits(unitsOf(wide)));
     }
     EXPECT_EQ(2, ResString(L"\x10000z").length()); // no end, though the unit is zero
-    EXPECT_EQ(0, ResString::EMPTY.length());
 }
 
 TEST(ResString, nullIsTheEmptyTextAndForm) {
-    wchar_t const* const wide = nullptr;
-    unsigned short const* const units = nullptr;
     ResString text(id, std::wstring(L"old")), other = text;
-    EXPECT_EQ(0, ResString(wide).length() + ResString(units).length());
-    EXPECT_EQ(0, (text = wide).length() + (other = units).length());
+    EXPECT_EQ(0, (text = static_cast<wchar_t const*>(nullptr)).length());
+    EXPECT_EQ(0, (other = static_cast<unsigned short const*>(nullptr)).length());
     text.set(nullptr);
-    EXPECT_EQ(ResString::EMPTY.id(), text.id());
+    EXPECT_TRUE(text.id() == Binary16() && ResString::size(nullptr) == 18);
     std::string slot(28, '#');
     ResString::set(nullptr, 4, &slot[1]);
-    EXPECT_TRUE(same("#" + std::string(26, '\0') + "#", slot));
+    EXPECT_EQ("#" + std::string(26, '\0') + "#", slot);
     ResString::set(&text, 4, nullptr); // does nothing
-    EXPECT_TRUE(ResString::size(nullptr) == 18 && ResString::sizeWithin(nullptr, 99) == 0);
 }
 
 TEST(ResString, packedFormsLieAnywhereAndMayOverlapTheirSlots) {
@@ -93,8 +86,8 @@ TEST(ResString, packedFormsLieAnywhereAndMayOverlapTheirSlots) {
 }
 
 struct Model {
-    std::string id = std::string(16, '\0');
-    std::wstring text = {}; // its units
+    Binary16 id;
+    std::wstring text; // its units
 };
 
 // Changes a text and its model, and says how.
@@ -105,9 +98,8 @@ std::string step(ResString& text, Model& model, ResString const& other, Model co
     case 0: text = other, model = otherModel; return "copied from the other";
     case 1: text.set(&other), model = otherModel; return "loaded from the other";
     case 2:
-        model.id.assign(16, static_cast<char>(draw(3)));
-        text = Binary16(model.id.data(), 16);
-        return "given the identifier " + shown(model.id);
+        text = model.id = Binary16(draw(3));
+        return "given the identifier " + Convert::toAString(model.id);
     case 3:
     case 4: {
         model.text = model.text.substr(0, 127);
@@ -135,13 +127,8 @@ TEST(ResString, anyStepsAgreeWithAModel) {
             unsigned const at = draw(2), other = 1 - at;
             steps += "  text " + std::to_string(at) + " is ";
             steps += step(texts[at], models[at], texts[other], models[other]) + '\n';
-            std::wstring const text = texts[at].c_str();
-            ASSERT_TRUE(same(models[at].text, text)) << steps;
-            ASSERT_EQ(Binary16(models[at].id.data(), 16), texts[at].id()) << steps;
-            bool const haveIds = models[0].id[0] != 0 && models[1].id[0] != 0;
-            ASSERT_EQ(haveIds ? models[0].id == models[1].id : models[0].text == models[1].text,
-                      texts[0] == texts[1])
-                << steps;
+            ASSERT_TRUE(same(models[at].text, std::wstring(texts[at].c_str()))) << steps;
+            ASSERT_EQ(models[at].id, texts[at].id()) << steps;
         }
     }
     ResString text(HLVString(100, 'a') + HLVString{'b', 0, 'c'});
@@ -152,28 +139,48 @@ TEST(ResString, anyStepsAgreeWithAModel) {
 
 // Takes three characters.
 struct Sink : std::wstreambuf {
-    wchar_t room[3];
+    wchar_t room[3] = {};
     Sink() { setp(room, room + 3); }
 };
 
 TEST(ResString, aStreamIsLeftAsByInsertionsOfEachCharacter) {
     for (std::wstring const text : {L"", L"a", L"ab", L"abc", L"abcd"}) {
-        std::ios_base::iostate states[2];
-        for (bool const slowly : {false, true}) {
-            Sink sink;
-            std::wostream stream(&sink);
-            stream.width(2); // for the first character
-            for (wchar_t const c : slowly ? text : L"") {
-                stream << c;
-            }
-            slowly ? void() : ResString(text).toWStr(stream);
-            states[slowly] = stream.rdstate();
-        }
-        EXPECT_EQ(states[1], states[0]) << shown(text);
+        Sink sinks[2];
+        std::wostream slow(&sinks[0]), ours(&sinks[1]);
+        slow.width(2); // for the first character
+        ours.width(2);
+        std::for_each(text.begin(), text.end(), [&slow](wchar_t c) { slow << c; });
+        ResString(text).toWStr(ours);
+        EXPECT_EQ(slow.rdstate(), ours.rdstate()) << shown(text);
+        EXPECT_TRUE(std::equal(sinks[0].room, sinks[0].room + 3, sinks[1].room)) << shown(text);
+    }
+}
+
+TEST(DummyTranslator, writesNumbersAndDefaultTextsAsTheyAre) {
+    for (int const number : {0, -10, INT_MAX, INT_MIN}) {
+        auto const act = [number](ITranslator const* translator) {
+            std::unique_ptr<ResString> const code(translator->getErrorDescription(number));
+            std::unique_ptr<ResString> const param(translator->getErrorParamDesc(9, number));
+            std::unique_ptr<wchar_t[]> const name(translator->getErrorName(number));
+            std::wstring const digits = std::to_wstring(number);
+            EXPECT_EQ(*code, ResString(digits));
+            EXPECT_EQ(*param, ResString(L"P" + digits));
+            EXPECT_EQ(name.get(), digits);
+            name[19] = 0; // its last element
+        };
+        EXPECT_LE(3, failEachAllocation(ResString::getMainTranslator, act, [](auto) {}));
     }
     std::wostringstream stream;
-    ResString(L"a\xE9\xFFFF").toWStr(stream << std::setw(3));
-    EXPECT_EQ(L"  a\xE9\xFFFF", stream.str());
+    ITranslator const& dummy = *ResString::getMainTranslator();
+    dummy.getTranslation(stream, ResString(id, std::wstring(2, L'\0')));
+    dummy.getTranslation(stream, id, L"z");
+    EXPECT_TRUE(stream.good() && dummy.getLanguage().empty());
+    dummy.getTranslation(stream, id, nullptr);
+    EXPECT_TRUE(stream.bad() && stream.str() == std::wstring(2, L'\0') + L"z");
+    ResString::setMainTranslator(nullptr);
+    EXPECT_EQ(nullptr, ResString::getMainTranslator());
+    ResString::ms_pMainTranslator = &dummy;
+    EXPECT_EQ(&dummy, ResString::getMainTranslator());
 }
 
 } // namespace

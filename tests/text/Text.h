@@ -37,7 +37,7 @@ inline std::wstring anyText(std::size_t length) {
 template <typename Text>
 std::string shown(Text const& text, std::size_t at = 0) {
     std::ostringstream stream;
-    stream << text.size() << " elements: " << (at != 0 ? "..." : "") << std::hex;
+    stream << text.size() << " elements, from " << at << " on:" << std::hex;
     for (std::size_t i = at; i < text.size() && i < at + 12; ++i) {
         stream << ' ' << +static_cast<std::make_unsigned_t<typename Text::value_type>>(text[i]);
     }
@@ -52,8 +52,7 @@ testing::AssertionResult same(Text const& expected, Text const& actual) {
         ++at;
     }
     return testing::AssertionResult(expected == actual)
-           << "they part at element " << at << "\n  expected " << shown(expected, at)
-           << "\n  actual   " << shown(actual, at) << '\n';
+           << "expected " << shown(expected, at) << "\n  actual " << shown(actual, at) << '\n';
 }
 
 // The bytes of a packed or raw form: "02 00 61 00 62 00".
