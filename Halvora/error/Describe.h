@@ -4,29 +4,35 @@
 #include <Halvora/error/HLVError.h>
 #include <Halvora/text/ITranslator.h>
 #include <Halvora/text/ResString.h>
+#include <Halvora/text/Utf8.h>
 
+#include <cstdint>
 #include <memory>
 #include <ostream>
 #include <sstream>
 #include <string>
+#include <string_view>
 
 namespace Halvora {
 
 namespace detail {
 
-// A text that neither breaks its line nor steers a terminal.
+// Writes a text so that it neither breaks its line nor steers a terminal.
 template <typename Char>
-std::basic_string<Char> readable(std::wstring_view text) {
-    std::basic_string<Char> out;
-    forEachCharacter(text, [&out](std::uint32_t character) {
-        character = isControl(character) ? 0x20 : character;
-        if constexpr (sizeof(Char) == 1) {
-            appendUtf8(out, character);
-        } else {
-            out += static_cast<Char>(isSurrogate(character) ? 0xFFFD : character);
-        }
+void describeText(std::basic_ostream<Char>& stream, std::wstring_view text) {
+    std::wstring readable;
+    forEachCharacter(text, [&readable](std::uint32_t character) {
+        readable += static_cast<wchar_t>(isNone(character)      ? 0xFFFD
+                                         : isControl(character) ? 0x20
+                                                                : character);
     });
-    return out;
+    if constexpr (sizeof(Char) == 1) {
+        std::string narrow;
+        Utf8::fromWString(narrow, readable);
+        stream << narrow;
+    } else {
+        stream << readable;
+    }
 }
 
 // "name (code): sentence", or "Error code" of a code that the translator does not know.
@@ -53,11 +59,11 @@ template <typename Char>
 void describeValue(std::basic_ostream<Char>& stream, HLVError::Param const& param,
                    ITranslator const& translator) {
     if (param.getDataType() == DT_STRING) {
-        stream << readable<Char>(param.getDataString());
+        describeText(stream, param.getDataString());
     } else if (param.getDataType() == DT_STRINGRES) {
         std::wostringstream text;
         translator.getTranslation(text, ResString(param.getData(), param.getDataString()));
-        stream << readable<Char>(text.str());
+        describeText(stream, text.str());
     } else {
         stream << param;
     }
@@ -66,12 +72,13 @@ void describeValue(std::basic_ostream<Char>& stream, HLVError::Param const& para
 template <typename Char>
 void describeError(std::basic_ostream<Char>& stream, HLVError const& error,
                    ITranslator const& translator) {
-    stream << readable<Char>(headOf(error, translator)) << '\n';
+    describeText(stream, headOf(error, translator));
+    stream << '\n';
     HLVError::Param const* const params[] = {error.getParam0(), error.getParam1(),
                                              error.getParam2()};
     for (int i = 0; i < 3; ++i) {
         if (params[i] != nullptr) {
-            stream << "  " << readable<Char>(nameOf(error, i + 1, translator)) << ": ";
+            describeText(stream, L"  " + nameOf(error, i + 1, translator) + L": ");
             describeValue(stream, *params[i], translator);
             stream << '\n';
         }

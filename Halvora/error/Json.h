@@ -3,13 +3,13 @@
 #include <Halvora/error/Characters.h>
 #include <Halvora/error/HLVError.h>
 #include <Halvora/text/Convert.h>
+#include <Halvora/text/Utf8.h>
 #include <Halvora/types/Binary16.h>
 #include <Halvora/types/HalvTypes.h>
 
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <iterator>
 #include <ostream>
 #include <string>
@@ -21,20 +21,21 @@ namespace detail {
 
 // In quotes, as UTF-8. Control characters are escaped.
 inline void appendJsonText(std::string& out, std::wstring_view text) {
-    out += '"';
-    forEachCharacter(text, [&out](std::uint32_t character) {
+    std::wstring escaped;
+    forEachCharacter(text, [&escaped](std::uint32_t character) {
         if (isControl(character)) {
-            char escape[16];
-            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(character));
-            out += escape;
+            constexpr wchar_t digits[] = L"0123456789abcdef";
+            escaped += L"\\u00";
+            escaped += digits[character >> 4];
+            escaped += digits[character & 0xF];
             return;
         }
-        if (character == '"' || character == '\\') {
-            out += '\\';
-        }
-        appendUtf8(out, character);
+        escaped += character == '"' || character == '\\' ? L"\\" : L"";
+        escaped += static_cast<wchar_t>(character);
     });
-    out += '"';
+    std::string utf8;
+    Utf8::fromWString(utf8, escaped);
+    out += '"' + utf8 + '"';
 }
 
 // The hexadecimal form, and the grouped one under a name of its own.

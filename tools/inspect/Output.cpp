@@ -1,28 +1,32 @@
 #include "Output.h"
 
-#include <cstdio>
+#include <cwchar>
+#include <iterator>
 #include <ostream>
 
 #include <Halvora/error/Json.h>
 #include <Halvora/text/Convert.h>
+#include <Halvora/text/Utf8.h>
 
 using namespace Halvora;
 
 namespace {
 
 std::string quoted(std::wstring const& units) {
-    std::string out = "\"";
+    std::wstring out = L"\"";
     detail::forEachCharacter(units, [&out](std::uint32_t code) {
-        if (detail::isControl(code) || detail::isSurrogate(code)) {
-            char escape[16];
-            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned int>(code));
+        if (detail::isControl(code) || detail::isNone(code)) {
+            wchar_t escape[16];
+            std::swprintf(escape, std::size(escape), L"\\u%04x", static_cast<unsigned int>(code));
             out += escape;
             return;
         }
-        out += code == '"' || code == '\\' ? "\\" : "";
-        detail::appendUtf8(out, code);
+        out += code == '"' || code == '\\' ? L"\\" : L"";
+        out += static_cast<wchar_t>(code);
     });
-    return out += '"';
+    std::string utf8;
+    Utf8::fromWString(utf8, out + L'"');
+    return utf8;
 }
 
 } // namespace
