@@ -1,50 +1,42 @@
 #include <Halvora/error/List.h>
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace Halvora {
 
 namespace {
 
-// What both kinds of iterator do. A position in no list has neither list nor place.
-
-template <typename Entries, typename Place>
-bool isAtBegin(Entries* list, Place const* place) noexcept {
-    return list == nullptr || *place == list->begin();
+// What a position in no list stands in: always empty, and never destroyed.
+std::list<HLVError*>& nowhere() {
+    alignas(std::list<HLVError*>) static unsigned char storage[sizeof(std::list<HLVError*>)];
+    static auto* const list = new (storage) std::list<HLVError*>;
+    return *list;
 }
 
-template <typename Entries, typename Place>
-bool isAtEnd(Entries* list, Place const* place) noexcept {
-    return list == nullptr || *place == list->end();
-}
-
-template <typename Entries, typename Place>
-void stepForward(Entries* list, Place* place) noexcept {
-    if (!isAtEnd(list, place)) {
-        ++*place;
-    } else if (list != nullptr) {
-        *place = list->begin();
+// The steps of the ring, for both kinds of iterator.
+template <typename Entries, typename Position>
+void stepForward(Entries& entries, Position& position) noexcept {
+    if (position == entries.end()) {
+        position = entries.begin();
+    } else {
+        ++position;
     }
 }
 
-template <typename Entries, typename Place>
-void stepBack(Entries* list, Place* place) noexcept {
-    if (!isAtBegin(list, place)) {
-        --*place;
-    } else if (list != nullptr) {
-        *place = list->end();
+template <typename Entries, typename Position>
+void stepBack(Entries& entries, Position& position) noexcept {
+    if (position == entries.begin()) {
+        position = entries.end();
+    } else {
+        --position;
     }
 }
 
-template <typename Entries, typename Place>
-HLVError* entryAt(Entries* list, Place const* place) noexcept {
-    return isAtEnd(list, place) ? nullptr : **place;
-}
-
-template <typename Place, typename Other>
-Place* newPlace(Other const* place) {
-    return place == nullptr ? nullptr : new Place(*place);
+template <typename Entries, typename Position>
+HLVError* entryAt(Entries& entries, Position const& position) noexcept {
+    return position == entries.end() ? nullptr : *position;
 }
 
 bool isTaken(HLVError const* error) noexcept {
@@ -216,18 +208,17 @@ bool HLVError::List::standsAtEntry(iterator const& position) const noexcept {
     return position.m_list == m_entries && !position.end();
 }
 
-HLVError::List::iterator::iterator() noexcept = default;
+HLVError::List::iterator::iterator() : iterator(&nowhere(), nowhere().end()) {}
 
 HLVError::List::iterator::iterator(std::list<HLVError*>* list,
                                    std::list<HLVError*>::iterator position)
     : m_list(list), m_position(new std::list<HLVError*>::iterator(position)) {}
 
 HLVError::List::iterator::iterator(iterator const& other)
-    : m_list(other.m_list),
-      m_position(newPlace<std::list<HLVError*>::iterator>(other.m_position)) {}
+    : iterator(other.m_list, *other.m_position) {}
 
 HLVError::List::iterator& HLVError::List::iterator::operator=(iterator const& other) {
-    auto* const position = newPlace<std::list<HLVError*>::iterator>(other.m_position);
+    auto* const position = new std::list<HLVError*>::iterator(*other.m_position);
     delete std::exchange(m_position, position);
     m_list = other.m_list;
     return *this;
@@ -238,52 +229,50 @@ HLVError::List::iterator::~iterator() {
 }
 
 bool HLVError::List::iterator::begin() const noexcept {
-    return isAtBegin(m_list, m_position);
+    return *m_position == m_list->begin();
 }
 
 bool HLVError::List::iterator::end() const noexcept {
-    return isAtEnd(m_list, m_position);
+    return *m_position == m_list->end();
 }
 
 HLVError* HLVError::List::iterator::operator*() const noexcept {
-    return entryAt(m_list, m_position);
+    return entryAt(*m_list, *m_position);
 }
 
 HLVError::List::iterator& HLVError::List::iterator::operator++() noexcept {
-    stepForward(m_list, m_position);
+    stepForward(*m_list, *m_position);
     return *this;
 }
 
 HLVError::List::iterator& HLVError::List::iterator::operator--() noexcept {
-    stepBack(m_list, m_position);
+    stepBack(*m_list, *m_position);
     return *this;
 }
 
 bool HLVError::List::iterator::operator==(iterator const& other) const noexcept {
-    return m_list == other.m_list && (m_list == nullptr || *m_position == *other.m_position);
+    return m_list == other.m_list && *m_position == *other.m_position;
 }
 
 bool HLVError::List::iterator::operator==(const_iterator const& other) const noexcept {
     return other == *this;
 }
 
-HLVError::List::const_iterator::const_iterator() noexcept = default;
+HLVError::List::const_iterator::const_iterator() : const_iterator(&nowhere(), nowhere().end()) {}
 
 HLVError::List::const_iterator::const_iterator(std::list<HLVError*> const* list,
                                                std::list<HLVError*>::const_iterator position)
     : m_list(list), m_position(new std::list<HLVError*>::const_iterator(position)) {}
 
 HLVError::List::const_iterator::const_iterator(const_iterator const& other)
-    : m_list(other.m_list),
-      m_position(newPlace<std::list<HLVError*>::const_iterator>(other.m_position)) {}
+    : const_iterator(other.m_list, *other.m_position) {}
 
 HLVError::List::const_iterator::const_iterator(iterator const& other)
-    : m_list(other.m_list),
-      m_position(newPlace<std::list<HLVError*>::const_iterator>(other.m_position)) {}
+    : const_iterator(other.m_list, *other.m_position) {}
 
 HLVError::List::const_iterator&
 HLVError::List::const_iterator::operator=(const_iterator const& other) {
-    auto* const position = newPlace<std::list<HLVError*>::const_iterator>(other.m_position);
+    auto* const position = new std::list<HLVError*>::const_iterator(*other.m_position);
     delete std::exchange(m_position, position);
     m_list = other.m_list;
     return *this;
@@ -298,33 +287,33 @@ HLVError::List::const_iterator::~const_iterator() {
 }
 
 bool HLVError::List::const_iterator::begin() const noexcept {
-    return isAtBegin(m_list, m_position);
+    return *m_position == m_list->begin();
 }
 
 bool HLVError::List::const_iterator::end() const noexcept {
-    return isAtEnd(m_list, m_position);
+    return *m_position == m_list->end();
 }
 
 HLVError const* HLVError::List::const_iterator::operator*() const noexcept {
-    return entryAt(m_list, m_position);
+    return entryAt(*m_list, *m_position);
 }
 
 HLVError::List::const_iterator& HLVError::List::const_iterator::operator++() noexcept {
-    stepForward(m_list, m_position);
+    stepForward(*m_list, *m_position);
     return *this;
 }
 
 HLVError::List::const_iterator& HLVError::List::const_iterator::operator--() noexcept {
-    stepBack(m_list, m_position);
+    stepBack(*m_list, *m_position);
     return *this;
 }
 
 bool HLVError::List::const_iterator::operator==(iterator const& other) const noexcept {
-    return m_list == other.m_list && (m_list == nullptr || *m_position == *other.m_position);
+    return m_list == other.m_list && *m_position == *other.m_position;
 }
 
 bool HLVError::List::const_iterator::operator==(const_iterator const& other) const noexcept {
-    return m_list == other.m_list && (m_list == nullptr || *m_position == *other.m_position);
+    return m_list == other.m_list && *m_position == *other.m_position;
 }
 
 } // namespace Halvora

@@ -167,7 +167,7 @@ public:
     using reference = HLVError*;
 
     /// A position in no list: at its begin and its end, where steps lead nowhere.
-    iterator() noexcept;
+    iterator();
 
     /// The position `position` of the storage `list`; both stay the caller's.
     iterator(std::list<HLVError*>* list, std::list<HLVError*>::iterator position);
@@ -193,15 +193,13 @@ public:
     iterator& operator++() noexcept;
     /// One step back along the ring.
     iterator& operator--() noexcept;
-    /// One step forward along the ring; gives the position before it. Allocates, the prefix form
-    /// does not.
+    /// One step forward; gives the position before it. Allocates, the prefix form does not.
     iterator operator++(int) {
         iterator const before(*this);
         ++*this;
         return before;
     }
-    /// One step back along the ring; gives the position before it. Allocates, the prefix form does
-    /// not.
+    /// One step back; gives the position before it. Allocates, the prefix form does not.
     iterator operator--(int) {
         iterator const before(*this);
         --*this;
@@ -221,8 +219,8 @@ private:
     friend class List;
     friend class const_iterator;
 
-    std::list<HLVError*>* m_list = nullptr;
-    std::list<HLVError*>::iterator* m_position = nullptr; // null in no list
+    std::list<HLVError*>* m_list;
+    std::list<HLVError*>::iterator* m_position;
 };
 
 /// A position in a list whose entries are only read. All else is as in `HLVError::List::iterator`.
@@ -240,7 +238,7 @@ public:
     using reference = HLVError const*;
 
     /// A position in no list: at its begin and its end, where steps lead nowhere.
-    const_iterator() noexcept;
+    const_iterator();
 
     /// The position `position` of the storage `list`; both stay the caller's.
     const_iterator(std::list<HLVError*> const* list, std::list<HLVError*>::const_iterator position);
@@ -270,15 +268,13 @@ public:
     const_iterator& operator++() noexcept;
     /// One step back along the ring.
     const_iterator& operator--() noexcept;
-    /// One step forward along the ring; gives the position before it. Allocates, the prefix form
-    /// does not.
+    /// One step forward; gives the position before it. Allocates, the prefix form does not.
     const_iterator operator++(int) {
         const_iterator const before(*this);
         ++*this;
         return before;
     }
-    /// One step back along the ring; gives the position before it. Allocates, the prefix form does
-    /// not.
+    /// One step back; gives the position before it. Allocates, the prefix form does not.
     const_iterator operator--(int) {
         const_iterator const before(*this);
         --*this;
@@ -297,8 +293,8 @@ public:
 private:
     friend class iterator;
 
-    std::list<HLVError*> const* m_list = nullptr;
-    std::list<HLVError*>::const_iterator* m_position = nullptr; // null in no list
+    std::list<HLVError*> const* m_list;
+    std::list<HLVError*>::const_iterator* m_position;
 };
 
 } // namespace Halvora

@@ -87,9 +87,12 @@ HLVError::Param::Param(char const* text, std::size_t length)
 HLVError::Param::Param(wchar_t const* text, std::size_t length)
     : m_type(DT_STRING), m_dataString(text, length) {}
 
-HLVError::Param::Param(char const* text) : Param(text, detail::terminatedLength(text)) {}
+HLVError::Param::Param(char const* text)
+    : m_type(DT_STRING),
+      m_dataString(detail::converted<std::wstring>(text, detail::terminatedLength(text))) {}
 
-HLVError::Param::Param(std::string const& text) : Param(text.data(), text.size()) {}
+HLVError::Param::Param(std::string const& text)
+    : m_type(DT_STRING), m_dataString(Convert::toWString(text)) {}
 
 HLVError::Param::Param(wchar_t const* text) : m_type(DT_STRING), m_dataString(notNull(text)) {}
 
