@@ -278,12 +278,14 @@ std::string Convert::toAString(eDataType type) {
 
 std::string Convert::toAString(Binary16 const& value) {
     char text[Binary16::GROUPED_LENGTH];
-    return std::string(text, value.toGrouped(text, sizeof text));
+    value.toGrouped(text, sizeof text);
+    return std::string(text, sizeof text);
 }
 
 std::wstring Convert::toWString(Binary16 const& value) {
     char text[Binary16::GROUPED_LENGTH];
-    return detail::converted<std::wstring>(text, value.toGrouped(text, sizeof text));
+    value.toGrouped(text, sizeof text);
+    return detail::converted<std::wstring>(text, sizeof text);
 }
 
 } // namespace Halvora

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <istream>
+#include <iterator>
 #include <locale>
 #include <ostream>
 #include <stdexcept>
@@ -75,15 +76,18 @@ void putHexadecimal(char* out, unsigned char const* bytes) noexcept {
 }
 
 // Writes one of the forms where there is room for it.
-template <std::size_t Length, typename Char>
-std::size_t putText(Char* out, std::size_t capacity, unsigned char const* bytes,
-                    void (*put)(char*, unsigned char const*) noexcept) noexcept {
+template <std::size_t Length, typename Put, typename Char>
+std::size_t putText(Put put, Char* out, std::size_t capacity, unsigned char const* bytes) noexcept {
     if (out == nullptr || capacity < Length) {
         return 0;
     }
-    char text[Length];
-    put(text, bytes);
-    std::copy(text, text + Length, out);
+    if constexpr (sizeof(Char) == 1) {
+        put(out, bytes);
+    } else {
+        char text[Length];
+        put(text, bytes);
+        std::copy(text, text + Length, out);
+    }
     return Length;
 }
 
@@ -95,40 +99,51 @@ struct Held : std::streambuf {
     }
 };
 
-// Digits as they come in: a pair is a byte, the last byte first.
+// Digits as they come in, a pair of them a byte, the last byte first. The value gets what there is
+// when reading ends, in whichever way.
 class DigitReader {
 public:
     explicit DigitReader(unsigned char* bytes) : m_bytes(bytes) {}
+    DigitReader(DigitReader const&) = delete;
+    DigitReader& operator=(DigitReader const&) = delete;
 
-    std::size_t missing() const { return digitCount - m_count; }
-
-    void add(char c) {
-        auto const digit = static_cast<unsigned char>(c);
-        if (m_count % 2 == 1) {
-            m_bytes[15 - m_count / 2] = detail::hexByte(m_high, digit);
+    ~DigitReader() {
+        for (int i = 0; i < (m_end - m_digits) / 2; ++i) {
+            m_bytes[15 - i] = detail::hexByte(static_cast<unsigned char>(m_digits[2 * i]),
+                                              static_cast<unsigned char>(m_digits[2 * i + 1]));
         }
-        m_high = digit;
-        ++m_count;
     }
 
-    // As formatted extractions of characters that the buffer holds.
+    std::ptrdiff_t missing() const { return std::end(m_digits) - m_end; }
+
+    void add(char digit) { *m_end++ = digit; }
+
+    // As formatted extractions of characters that the buffer holds; white space leaves room for
+    // more.
     void addHeld(std::istream const& stream) {
-        std::locale const locale = stream.getloc();
-        auto const& characters = std::use_facet<std::ctype<char>>(locale);
-        bool const skips = (stream.flags() & std::ios_base::skipws) != 0;
         std::streambuf& buffer = *stream.rdbuf();
-        for (auto held = Held::in(buffer); held > 0 && missing() > 0; --held) {
-            char const c = static_cast<char>(buffer.sbumpc());
-            if (!skips || !characters.is(std::ctype_base::space, c)) {
-                add(c);
-            }
+        for (std::streamsize held = Held::in(buffer); held > 0 && missing() > 0;) {
+            std::streamsize const taken =
+                buffer.sgetn(m_end, std::min<std::streamsize>(held, missing()));
+            held -= taken;
+            m_end = removeSpace(stream, m_end, m_end + taken);
         }
     }
 
 private:
+    static char* removeSpace(std::istream const& stream, char* begin, char* end) {
+        if ((stream.flags() & std::ios_base::skipws) == 0) {
+            return end;
+        }
+        std::locale const locale = stream.getloc();
+        auto const& characters = std::use_facet<std::ctype<char>>(locale);
+        return std::remove_if(begin, end,
+                              [&](char c) { return characters.is(std::ctype_base::space, c); });
+    }
+
     unsigned char* m_bytes;
-    unsigned char m_high = 0;
-    std::size_t m_count = 0;
+    char m_digits[digitCount] = {};
+    char* m_end = m_digits;
 };
 
 template <typename Char>
@@ -137,18 +152,64 @@ std::basic_ostream<Char>& insertText(std::basic_ostream<Char>& stream, Binary16 
     return stream << std::basic_string_view<Char>(text, value.toHexadecimal(text, textLength));
 }
 
-// As single insertions. A field width is spent on the first, which is `padded` characters long. The
-// last one stands by itself: an insertion that finds a stream whose sink has failed may set more
-// bits, and only behind the last character does none follow.
+// As the standard's own insertions do with an exception of the stream's buffer: badbit is set, and
+// the exception goes on if the stream's user asked for that. To be called in a handler.
+template <typename Char>
+void setBadOrRethrow(std::basic_ostream<Char>& stream) {
+    try {
+        stream.setstate(std::ios_base::badbit);
+    } catch (std::ios_base::failure const&) {
+        // The buffer's own exception goes on in its place.
+    }
+    if ((stream.exceptions() & std::ios_base::badbit) != 0) {
+        throw;
+    }
+}
+
+// The state that one failed insertion leaves.
+constexpr std::ios_base::iostate failedInsertion =
+#if defined(_LIBCPP_VERSION)
+    std::ios_base::failbit |
+#endif
+    std::ios_base::badbit;
+
+// Answers whether the last character failed, and it alone.
+template <typename Char>
+bool putAll(std::basic_ostream<Char>& stream, Char const* text, std::size_t length) {
+    typename std::basic_ostream<Char>::sentry const ready(stream);
+    if (!ready) {
+        return false;
+    }
+    auto const count = static_cast<std::streamsize>(length - 1);
+    bool isLast = false;
+    try {
+        isLast = stream.rdbuf()->sputn(text, count) == count;
+        if (isLast && stream.rdbuf()->sputc(text[count]) != std::char_traits<Char>::eof()) {
+            return false;
+        }
+    } catch (...) {
+        setBadOrRethrow(stream);
+        return isLast;
+    }
+    stream.setstate(failedInsertion);
+    return isLast;
+}
+
+// As single insertions. A field width is spent on the first, which is `padded` characters long. An
+// insertion that finds a stream whose sink has failed may set more bits, and only behind the last
+// character there is none.
 template <typename Char>
 std::basic_ostream<Char>& insert(std::basic_ostream<Char>& stream, Char const (&text)[textLength],
                                  std::size_t padded) {
-    using View = std::basic_string_view<Char>;
     std::size_t const begin = stream.width() == 0 ? 0 : padded;
     if (begin != 0) {
-        stream << View(text, begin);
+        stream << std::basic_string_view<Char>(text, begin);
     }
-    return stream << View(text + begin, textLength - 1 - begin) << text[textLength - 1];
+    bool const lastFailed = putAll(stream, text + begin, textLength - begin);
+    if (stream.bad() && !lastFailed) {
+        stream << text[0]; // finds the failed stream
+    }
+    return stream;
 }
 
 // Whether a range is widened as its characters are one by one, which the standard's facets promise.
@@ -202,19 +263,19 @@ void Binary16::toUuidBytes(void* bytes) const noexcept {
 }
 
 std::size_t Binary16::toHexadecimal(char* out, std::size_t capacity) const noexcept {
-    return putText<HEXADECIMAL_LENGTH>(out, capacity, m_bytes, putHexadecimal);
+    return putText<HEXADECIMAL_LENGTH>(putHexadecimal, out, capacity, m_bytes);
 }
 
 std::size_t Binary16::toHexadecimal(wchar_t* out, std::size_t capacity) const noexcept {
-    return putText<HEXADECIMAL_LENGTH>(out, capacity, m_bytes, putHexadecimal);
+    return putText<HEXADECIMAL_LENGTH>(putHexadecimal, out, capacity, m_bytes);
 }
 
 std::size_t Binary16::toGrouped(char* out, std::size_t capacity) const noexcept {
-    return putText<GROUPED_LENGTH>(out, capacity, m_bytes, putGrouped);
+    return putText<GROUPED_LENGTH>(putGrouped, out, capacity, m_bytes);
 }
 
 std::size_t Binary16::toGrouped(wchar_t* out, std::size_t capacity) const noexcept {
-    return putText<GROUPED_LENGTH>(out, capacity, m_bytes, putGrouped);
+    return putText<GROUPED_LENGTH>(putGrouped, out, capacity, m_bytes);
 }
 
 std::ostream& operator<<(detail::LastChoice<std::ostream> stream,
