@@ -187,11 +187,10 @@ bool putAll(std::basic_ostream<Char>& stream, Char const* text, std::size_t leng
         if (isLast && stream.rdbuf()->sputc(text[count]) != std::char_traits<Char>::eof()) {
             return false;
         }
+        stream.setstate(failedInsertion);
     } catch (...) {
         setBadOrRethrow(stream);
-        return isLast;
     }
-    stream.setstate(failedInsertion);
     return isLast;
 }
 

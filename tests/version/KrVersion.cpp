@@ -32,33 +32,28 @@ struct Grouped : std::numpunct<Char> {
 };
 
 template <typename Char>
-void expectText(std::string const& expected, KrVersion const& version, std::ios::fmtflags flags) {
+void expectTextOf(KrVersion const& version, std::string const& expected, std::ios::fmtflags base) {
     std::basic_ostringstream<Char> stream;
     stream.imbue(std::locale(std::locale(), new Grouped<Char>));
-    stream.flags(flags);
+    stream.flags(base);
     stream << std::setfill(Char('*')) << std::setw(7) << version;
     auto const* const begin = reinterpret_cast<unsigned char const*>(expected.data());
     EXPECT_EQ(std::basic_string<Char>(begin, begin + expected.size()), stream.str());
 }
 
+void expectText(KrVersion const& version, char const* expected,
+                std::ios::fmtflags base = std::ios::dec) {
+    expectTextOf<char>(version, expected, base);
+    expectTextOf<wchar_t>(version, expected, base);
+}
+
 TEST(KrVersion, isFourNumbersAsTheStreamWritesThemAndALabelOfItsOwn) {
-    struct {
-        KrVersion version;
-        std::ios::fmtflags flags;
-        std::string text;
-    } const rows[] = {
-        {KrVersion(), std::ios::dec, "******0.0.0.0"                    },
-        {KrVersion(1, 2),            std::ios::dec,                       "******1.2.0.0"},
-        {labelled(""),           std::ios::dec,             "**1'234.56.255.4'294'967'295"                        },
-        {labelled("release"),           std::ios::dec,      "**1'234.56.255.4'294'967'295"},
-        {labelled("\xE4\xFF"),           std::ios::dec,     "**1'234.56.255.4'294'967'295 (\xE4\xFF)"                       },
-        {labelled("Release"),           std::ios::hex | std::ios::left,      "4d2****.38.ff.ff'fff'fff (Release)"},
-        {HalvTypes::ms_Version,           std::ios::dec,    "******3.0.0.39'686 (release-dev)"                                      },
-    };
-    for (auto const& row : rows) {
-        expectText<char>(row.text, row.version, row.flags);
-        expectText<wchar_t>(row.text, row.version, row.flags);
-    }
+    expectText(KrVersion(1, 2), "******1.2.0.0");
+    expectText(labelled(""), "**1'234.56.255.4'294'967'295");
+    expectText(labelled("release"), "**1'234.56.255.4'294'967'295");
+    expectText(labelled("\xE4\xFF"), "**1'234.56.255.4'294'967'295 (\xE4\xFF)");
+    expectText(labelled("Release"), "****4d2.38.ff.ff'fff'fff (Release)", std::ios::hex);
+    expectText(HalvTypes::ms_Version, "******3.0.0.39'686 (release-dev)");
 }
 
 std::string fields(KrVersion const& v) {
