@@ -64,6 +64,7 @@ Outcome run(int argc, char** argv, int elsewhere = -1) {
     if (child == 0) {
         dup2(elsewhere >= 0 ? elsewhere : output, STDOUT_FILENO);
         dup2(errors, STDERR_FILENO);
+        lseek(STDIN_FILENO, 0, SEEK_SET);
         isCounting = true;
         std::exit(programMain(argc, argv, environ));
     }
