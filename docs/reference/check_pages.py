@@ -50,6 +50,18 @@ def links_of_markdown(pages):
                 yield f"{page.name}: {link} has no such heading"
 
 
+def files_named(pages, root):
+    """What a page names by its path in the tree is there."""
+    top = "|".join(path.name for path in root.iterdir() if path.is_dir() and path.name != "build")
+    for page in pages:
+        if page.name == "CHANGELOG.md":
+            continue  # speaks of other times too
+        text = FENCE.sub("", page.read_text(encoding="utf-8"))
+        for name in re.findall(rf"`(?:\./)?((?:{top})/[\w./-]*)", text):
+            if not (root / name).exists() and not list(root.glob(f"{name}.*")):
+                yield f"{page.name}: {name} is not in the tree"
+
+
 def links_of_html(pages, html):
     for name, page in pages.items():
         for link in page.links:
@@ -102,7 +114,7 @@ def pictures(folder):
         words = [re.findall(r"<text[^>]*>([^<]*)", text)
                  for text in (drawn.stdout, source.with_suffix(".svg").read_text(encoding="utf-8"))]
         if words[0] != words[1]:
-            yield f"{source.name}: draw it again: dot -Tsvg -O"
+            yield f"{source.name}: draw it again: dot -Tsvg {source.name} -o {source.stem}.svg"
 
 
 def classes(pages):
@@ -152,6 +164,7 @@ def main():
     pages = {path.name: Page(path) for path in sorted(html.glob("*.html"))}
     faults = [
         *links_of_markdown(guide),
+        *files_named(guide, root),
         *links_of_html(pages, html),
         *code_and_output(guide, root),
         *pictures(root / "docs" / "pictures"),
