@@ -42,9 +42,9 @@ public:
     // Gives up the storage: the caller owns it.
     Data* release() noexcept { return std::exchange(m_bytes, nullptr); }
 
-    // Becomes `size` bytes long, which is not 0, and keeps the leading ones. When there is no memory
-    // it asks the program's new-handler, as operator new does; what that throws finds the block as
-    // it was.
+    // Becomes `size` bytes long, which is not 0, and keeps the leading ones. When there is no
+    // memory it asks the program's new-handler, as operator new does; what that throws finds the
+    // block as it was.
     void resize(std::size_t size) {
         for (;;) {
             if (void* const resized = std::realloc(m_bytes, rounded(size))) {
