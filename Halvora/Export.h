@@ -1,7 +1,7 @@
 #pragma once
 
-/// Marks what the shared library exports; everything else in it is hidden. A program or shared library
-/// that holds the static one (HALVTYPES_STATIC) exports nothing of it.
+/// Marks what the shared library exports; everything else in it is hidden. A program or shared
+/// library that holds the static one (HALVTYPES_STATIC) exports nothing of it.
 #if defined(__GNUC__) && !defined(HALVTYPES_STATIC)
 #    define HALVTYPES_API __attribute__((visibility("default")))
 #else

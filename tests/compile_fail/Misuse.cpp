@@ -25,8 +25,8 @@ constexpr bool inserts<S, Value, decltype(void(std::declval<S&>() << std::declva
 template <typename... Values>
 constexpr bool anyInserts = ((inserts<std::ostream, Values> || inserts<std::wostream, Values>) ||
                              ...);
-constexpr bool slipsIn = anyInserts<HLVString, ResString, std::exception> ||
-                         inserts<std::ostream, std::wstring>;
+constexpr bool slipsIn =
+    anyInserts<HLVString, ResString, std::exception> || inserts<std::ostream, std::wstring>;
 
 #if !defined(WITH_ALL_HEADERS)
 static_assert(slipsIn);
