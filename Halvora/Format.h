@@ -1,9 +1,10 @@
 #pragma once
 
 /// @file
-/// `std::format` for `Binary16`, `HLVError`, `HLVError::Param` and `KrVersion`, where the standard
-/// library has it: the text that they write to a stream under the classic locale, with the fill,
-/// alignment and width of a text.
+/// `std::format` for the classes of this library, where the standard library has it: as text or as
+/// what they write to a stream under the classic locale, with the fill, alignment and width of a
+/// text. `Binary16` takes `{}` and `{:g}` only. Narrow output holds ISO 8859-1, so a character that
+/// it lacks becomes a space, as everywhere in this library.
 
 #if defined(__has_include)
 #    if __has_include(<version>)
@@ -14,8 +15,13 @@
 #if defined(__cpp_lib_format)
 
 #    include <Halvora/error/HLVError.h>
+#    include <Halvora/error/Holder.h>
 #    include <Halvora/text/Convert.h>
+#    include <Halvora/text/ResString.h>
+#    include <Halvora/text/ResString2.h>
+#    include <Halvora/text/VarChar.h>
 #    include <Halvora/types/Binary16.h>
+#    include <Halvora/types/HalvTypes.h>
 #    include <Halvora/version/KrVersion.h>
 
 #    include <algorithm>
@@ -39,7 +45,66 @@ struct StreamFormatter : std::formatter<std::basic_string_view<Char>, Char> {
     }
 };
 
+// The text of each kind, in both widths.
+
+inline void toText(std::string& out, ResString const& value) {
+    value.toStr(out);
+}
+inline void toText(std::wstring& out, ResString const& value) {
+    value.toWStr(out);
+}
+template <typename Char>
+void toText(std::basic_string<Char>& out, ResString2 const& value) {
+    value.getText(out);
+}
+inline void toText(std::string& out, VarChar const& value) {
+    Convert::toAString(out, value.length(), value.pstr());
+}
+inline void toText(std::wstring& out, VarChar const& value) {
+    value.wstr(out);
+}
+template <typename Char>
+void toText(std::basic_string<Char>& out, eDataType value) {
+    std::string_view const name = HalvTypes::dataTypeToString(value);
+    out.assign(name.begin(), name.end());
+}
+
+template <typename T, typename Char>
+struct TextFormatter : std::formatter<std::basic_string_view<Char>, Char> {
+    template <typename Context>
+    auto format(T const& value, Context& context) const {
+        std::basic_string<Char> text;
+        toText(text, value);
+        return std::formatter<std::basic_string_view<Char>, Char>::format(text, context);
+    }
+};
+
 } // namespace Halvora::detail
+
+/// The text without its identifier.
+template <typename Char>
+struct std::formatter<Halvora::ResString, Char>
+    : Halvora::detail::TextFormatter<Halvora::ResString, Char> {};
+
+/// The text as it is, without its identifier and untranslated.
+template <typename Char>
+struct std::formatter<Halvora::ResString2, Char>
+    : Halvora::detail::TextFormatter<Halvora::ResString2, Char> {};
+
+/// The text.
+template <typename Char>
+struct std::formatter<Halvora::VarChar, Char>
+    : Halvora::detail::TextFormatter<Halvora::VarChar, Char> {};
+
+/// The upper-case name, such as `INT32`; `!UNKNOWN!` for a number that is no type.
+template <typename Char>
+struct std::formatter<Halvora::eDataType, Char>
+    : Halvora::detail::TextFormatter<Halvora::eDataType, Char> {};
+
+/// The whole chain; `<NONE>` for an empty holder.
+template <typename Char>
+struct std::formatter<Halvora::HLVError::Holder, Char>
+    : Halvora::detail::StreamFormatter<Halvora::HLVError::Holder, Char> {};
 
 /// The whole chain.
 template <typename Char>

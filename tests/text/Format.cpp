@@ -1,0 +1,37 @@
+#include <Halvora/Format.h>
+#include <Halvora/Halvora.h>
+
+#include <gtest/gtest.h>
+
+#if __has_include(<fmt/ostream.h>)
+#    define FMT_HEADER_ONLY
+#    include <fmt/ostream.h>
+#endif
+
+using namespace Halvora;
+
+#if defined(__cpp_lib_format)
+TEST(Format, textsTypesAndHoldersInBothWidths) {
+    Binary16 const id(1);
+    ResString const text(id, std::wstring(L"\u00E9\u20AC"));
+    ResString2 const text2(id, L"ab");
+    VarChar const raw(L"xyz");
+    HLVError::Holder const holder(new HLVError(-5));
+    EXPECT_EQ("\xE9 | ab|xyz--|INT32|!UNKNOWN!",
+              std::format("{}|{:>3}|{:-<5}|{}|{}", text, text2, raw, DT_INT32,
+                          static_cast<eDataType>(99)));
+    EXPECT_EQ(L"\u00E9\u20AC| ab|xyz--|INT32",
+              std::format(L"{}|{:>3}|{:-<5}|{}", text, text2, raw, DT_INT32));
+    EXPECT_EQ("Error -5|<NONE>|  Error -5",
+              std::format("{}|{}|{:>10}", holder, HLVError::Holder(), holder));
+    EXPECT_EQ(L"Error -5", std::format(L"{}", holder));
+}
+#endif
+
+#if defined(FMT_VERSION) && FMT_VERSION >= 90000
+TEST(Format, fmtTakesWhatStreams) {
+    HLVError::Holder const holder(new HLVError(-5));
+    EXPECT_EQ("[  Error -5]", fmt::format("[{:>10}]", fmt::streamed(holder)));
+    EXPECT_EQ("0x" + std::string(31, '0') + '1', fmt::format("{}", fmt::streamed(Binary16(1))));
+}
+#endif
