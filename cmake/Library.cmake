@@ -39,6 +39,7 @@ set(HALVTYPES_HEADERS
     Halvora/types/Round.h
     Halvora/text/HLVString.h
     Halvora/text/Convert.h
+    Halvora/text/ConvertInline.h
     Halvora/text/ITranslator.h
     Halvora/text/ITranslatable.h
     Halvora/text/ResString.h

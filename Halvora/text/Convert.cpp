@@ -124,6 +124,22 @@ void Convert::toHLVString(HLVString& out, std::string const& text) {
     detail::convertInto(out, text.data(), text.size());
 }
 
+void Convert::_widen(std::wstring& out, char const* text, std::size_t n) {
+    detail::convertInto(out, text, n);
+}
+
+void Convert::_narrow(std::string& out, wchar_t const* text, std::size_t n) {
+    detail::convertInto(out, text, n);
+}
+
+void Convert::_toUnits(HLVString& out, char const* text, std::size_t n) {
+    detail::convertInto(out, text, n);
+}
+
+void Convert::_toUnits(HLVString& out, wchar_t const* text, std::size_t n) {
+    detail::convertInto(out, text, n);
+}
+
 template <typename Text>
 void Convert::_trimLeft(Text& text, Text const& set) {
     auto const first = text.find_first_not_of(set);

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <vector>
 
@@ -23,6 +24,10 @@ namespace Halvora {
 /// holds unspecified text or fields. A null pointer given where a string is asked for meets the
 /// string's own constructor, which throws `std::logic_error` with libstdc++.
 class HALVTYPES_API Convert {
+    template <typename View, typename Field, typename Char = typename View::value_type>
+    using IfFieldOf = std::enable_if_t<std::is_same_v<Field, View> ||
+                                       std::is_same_v<Field, std::basic_string<Char>>>;
+
 public:
     /// There are no instances.
     explicit Convert() = delete; // explicit: else the braces of an aggregate would make one
@@ -63,6 +68,36 @@ public:
     /// Narrow to 16-bit, the whole text.
     static void toHLVString(HLVString& out, std::string const& text);
 
+    /// A narrow view to wide.
+    template <typename View, typename = detail::IfNarrowView<View>>
+    static void toWString(std::wstring& out, View const& text) {
+        _widen(out, text.data(), text.size());
+    }
+    /// A narrow view to wide, as a new string.
+    template <typename View, typename = detail::IfNarrowView<View>, typename = void>
+    static std::wstring toWString(View const& text) {
+        std::wstring out;
+        _widen(out, text.data(), text.size());
+        return out;
+    }
+    /// A wide view to narrow.
+    template <typename View, typename = detail::IfWideView<View>>
+    static void toAString(std::string& out, View const& text) {
+        _narrow(out, text.data(), text.size());
+    }
+    /// A wide view to narrow, as a new string.
+    template <typename View, typename = detail::IfWideView<View>, typename = void>
+    static std::string toAString(View const& text) {
+        std::string out;
+        _narrow(out, text.data(), text.size());
+        return out;
+    }
+    /// A narrow or a wide view to 16-bit.
+    template <typename View, typename = detail::IfView<View>>
+    static void toHLVString(HLVString& out, View const& text) {
+        _toUnits(out, text.data(), text.size());
+    }
+
     /// @}
 
     /// @name Trimming
@@ -85,6 +120,40 @@ public:
     static void trim(std::string& text, std::string const& set);
     /// Removes leading and trailing characters that are in `set`.
     static void trim(std::wstring& text, std::wstring const& set);
+
+    /// Removes leading characters that are in `set` from a view; the text stays as it is.
+    template <typename View, typename = detail::IfView<View>>
+    static void trimLeft(View& text, detail::Same<View> set) {
+        _trimLeftView(text, set);
+    }
+    /// Removes leading characters that are in the view `set`.
+    template <typename View, typename = detail::IfView<View>>
+    static void trimLeft(std::basic_string<typename View::value_type>& text, View const& set) {
+        _trimLeftView(text, set);
+    }
+    /// Removes trailing characters that are in `set` from a view; the text stays as it is.
+    template <typename View, typename = detail::IfView<View>>
+    static void trimRight(View& text, detail::Same<View> set) {
+        _trimRightView(text, set);
+    }
+    /// Removes trailing characters that are in the view `set`.
+    template <typename View, typename = detail::IfView<View>>
+    static void trimRight(std::basic_string<typename View::value_type>& text, View const& set) {
+        _trimRightView(text, set);
+    }
+    /// Removes leading and trailing characters that are in `set` from a view; the text stays as it
+    /// is.
+    template <typename View, typename = detail::IfView<View>>
+    static void trim(View& text, detail::Same<View> set) {
+        _trimLeftView(text, set);
+        _trimRightView(text, set);
+    }
+    /// Removes leading and trailing characters that are in the view `set`.
+    template <typename View, typename = detail::IfView<View>>
+    static void trim(std::basic_string<typename View::value_type>& text, View const& set) {
+        _trimLeftView(text, set);
+        _trimRightView(text, set);
+    }
 
     /// @}
 
@@ -115,6 +184,23 @@ public:
     /// Cuts wide `text` at every separator outside double quotes, by the rules of the narrow form.
     static std::vector<std::wstring>& splitQuoted(std::wstring const& text, wchar_t separator,
                                                   std::vector<std::wstring>& fields);
+
+    /// Cuts a view into strings or into views of the same text, by the rules of `split`. It may lie
+    /// in one of the strings.
+    template <typename View, typename Field, typename = detail::IfView<View>,
+              typename = IfFieldOf<View, Field>>
+    static std::vector<Field>& split(View const& text, typename View::value_type separator,
+                                     std::vector<Field>& fields) {
+        return _splitView(text, separator, false, fields);
+    }
+    /// Cuts a view into strings or into views of the same text, by the rules of `splitQuoted`. It
+    /// may lie in one of the strings.
+    template <typename View, typename Field, typename = detail::IfView<View>,
+              typename = IfFieldOf<View, Field>>
+    static std::vector<Field>& splitQuoted(View const& text, typename View::value_type separator,
+                                           std::vector<Field>& fields) {
+        return _splitView(text, separator, true, fields);
+    }
 
     /// Cuts the first token out of `text` in place: writes a zero over the start of the first
     /// `delimiter` behind which at least one character follows, points `next` behind it and returns
@@ -156,6 +242,21 @@ public:
     /// @}
 
 private:
+    // what the functions for views stand on
+    static void _widen(std::wstring& out, char const* text, std::size_t n);
+    static void _narrow(std::string& out, wchar_t const* text, std::size_t n);
+    static void _toUnits(HLVString& out, char const* text, std::size_t n);
+    static void _toUnits(HLVString& out, wchar_t const* text, std::size_t n);
+    template <typename Text, typename View>
+    static void _trimLeftView(Text& text, View set);
+    template <typename Text, typename View>
+    static void _trimRightView(Text& text, View set);
+    template <typename View, typename Field>
+    static bool _liesIn(View text, std::vector<Field> const& fields);
+    template <typename View, typename Field>
+    static std::vector<Field>& _splitView(View text, typename View::value_type separator,
+                                          bool isQuoted, std::vector<Field>& fields);
+
     template <typename Text>
     static void _trimLeft(Text& text, Text const& set);
     template <typename Text>
@@ -171,3 +272,5 @@ private:
 };
 
 } // namespace Halvora
+
+#include <Halvora/text/ConvertInline.h>

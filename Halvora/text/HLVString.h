@@ -3,6 +3,7 @@
 #include <Halvora/Export.h>
 
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 namespace Halvora::detail {
@@ -15,6 +16,23 @@ inline constexpr bool isText =
     std::is_same_v<Char, wchar_t> || std::is_same_v<Char, char16_t> ||
     std::is_same_v<Char, char32_t> || std::is_same_v<Array, char const> ||
     std::is_same_v<Array, decltype(u8'x') const>;
+
+// Exactly a view. What only converts to one is not meant, so that a call that has a string or a
+// pointer goes where it would go without the functions for views.
+template <typename T>
+inline constexpr bool isNarrowView = std::is_same_v<T, std::string_view>;
+template <typename T>
+inline constexpr bool isWideView = std::is_same_v<T, std::wstring_view>;
+template <typename T>
+using IfView = std::enable_if_t<isNarrowView<T> || isWideView<T>>;
+template <typename T>
+using IfNarrowView = std::enable_if_t<isNarrowView<T>>;
+template <typename T>
+using IfWideView = std::enable_if_t<isWideView<T>>;
+
+// The type, but not for finding out what it is.
+template <typename T>
+using Same = std::enable_if_t<true, T>;
 
 } // namespace Halvora::detail
 

@@ -91,6 +91,10 @@ void ResString::assignText(Char const* text, std::size_t length) noexcept {
     }
 }
 
+void ResString::assign(wchar_t const* text, std::size_t length) noexcept {
+    assignText(text, length);
+}
+
 ResString& ResString::operator=(Binary16 const& id) noexcept {
     m_id = id;
     return *this;
@@ -112,7 +116,7 @@ ResString& ResString::operator=(wchar_t const* text) noexcept {
 }
 
 ResString& ResString::operator=(std::wstring const& text) noexcept {
-    assignText(text.data(), text.size());
+    assign(text.data(), text.size());
     return *this;
 }
 

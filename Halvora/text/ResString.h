@@ -58,6 +58,16 @@ public:
     ResString(Binary16 const& id, HLVString const& text) noexcept;
     /// A text with its identifier.
     ResString(Binary16 const& id, std::wstring const& text) noexcept;
+    /// The text of a wide view, without identifier.
+    template <typename View, typename = detail::IfWideView<View>>
+    explicit ResString(View const& text) noexcept {
+        assign(text.data(), text.size());
+    }
+    /// The text of a wide view with its identifier.
+    template <typename View, typename = detail::IfWideView<View>>
+    ResString(Binary16 const& id, View const& text) noexcept : m_id(id) {
+        assign(text.data(), text.size());
+    }
     /// Copies identifier and text.
     ResString(ResString const& other) noexcept;
     /// Releases the cache of `c_str`.
@@ -69,6 +79,11 @@ public:
     static bool fits(HLVString const& text) noexcept { return text.size() <= maxLength; }
     /// Whether a text would be kept whole.
     static bool fits(std::wstring const& text) noexcept { return text.size() <= maxLength; }
+    /// Whether the text of a wide view would be kept whole.
+    template <typename View, typename = detail::IfWideView<View>>
+    static bool fits(View const& text) noexcept {
+        return text.size() <= maxLength;
+    }
 
     /// @name Assignment
     /// Each replaces what its argument is, identifier or text, and keeps the other. The text may be
@@ -85,6 +100,12 @@ public:
     ResString& operator=(wchar_t const* text) noexcept;
     /// Replaces the text.
     ResString& operator=(std::wstring const& text) noexcept;
+    /// Replaces the text by that of a wide view.
+    template <typename View, typename = detail::IfWideView<View>, typename = void>
+    ResString& operator=(View const& text) noexcept {
+        assign(text.data(), text.size());
+        return *this;
+    }
     /// Replaces identifier and text.
     ResString& operator=(ResString const& other) noexcept;
     /// Not offered: a number is no identifier.
@@ -183,6 +204,7 @@ private:
     }
     template <typename Char>
     void assignText(Char const* text, std::size_t length) noexcept;
+    void assign(wchar_t const* text, std::size_t length) noexcept;
     bool hasId() const noexcept { return m_id != Binary16::EMPTY; }
 
     Binary16 m_id;

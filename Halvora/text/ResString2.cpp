@@ -116,7 +116,11 @@ bool ResString2::operator==(wchar_t const* text) const noexcept {
 }
 
 bool ResString2::operator==(std::wstring const& text) const noexcept {
-    return !hasId() && isText(text.data(), text.size());
+    return isWideText(text.data(), text.size());
+}
+
+bool ResString2::isWideText(wchar_t const* text, std::size_t length) const noexcept {
+    return !hasId() && isText(text, length);
 }
 
 } // namespace Halvora

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Halvora/Export.h>
+#include <Halvora/text/Convert.h>
 #include <Halvora/text/HLVString.h>
 #include <Halvora/text/ITranslatable.h>
 #include <Halvora/types/Binary16.h>
@@ -42,6 +43,11 @@ public:
     ResString2(Binary16 const& id, char const* text);
     /// A zero-terminated wide text with its identifier; null throws `std::logic_error`.
     ResString2(Binary16 const& id, wchar_t const* text);
+    /// The text of a narrow or wide view with its identifier.
+    template <typename View, typename = detail::IfView<View>>
+    ResString2(Binary16 const& id, View const& text) : m_id(id) {
+        Convert::toHLVString(m_text, text);
+    }
 
     /// @}
 
@@ -106,6 +112,16 @@ public:
     bool operator==(std::wstring const& text) const noexcept;
     /// The negation of `operator==`.
     bool operator!=(std::wstring const& text) const noexcept { return !(*this == text); }
+    /// Whether this is the text of a wide view without identifier.
+    template <typename View, typename = detail::IfWideView<View>>
+    bool operator==(View const& text) const noexcept {
+        return isWideText(text.data(), text.size());
+    }
+    /// The negation of `operator==`.
+    template <typename View, typename = detail::IfWideView<View>>
+    bool operator!=(View const& text) const noexcept {
+        return !(*this == text);
+    }
 
     /// @}
 
@@ -115,6 +131,7 @@ private:
     bool hasId() const noexcept { return m_id != Binary16::EMPTY; }
     template <typename Char>
     bool isText(Char const* text, std::size_t length) const noexcept;
+    bool isWideText(wchar_t const* text, std::size_t length) const noexcept;
 
     Binary16 m_id;
     HLVString m_text;

@@ -41,16 +41,32 @@ public:
     VarChar(std::wstring const& text) noexcept;
     /// A zero-terminated narrow text; empty for null.
     VarChar(char const* text) noexcept;
+    /// The text of a narrow or wide view.
+    template <typename View, typename = detail::IfView<View>>
+    explicit VarChar(View const& text) noexcept {
+        set(text);
+    }
 
     /// Copies the units in use.
     VarChar& operator=(VarChar const& other) noexcept;
     /// Replaces the text.
     VarChar& operator=(std::wstring const& text) noexcept;
+    /// Replaces the text by that of a narrow or wide view.
+    template <typename View, typename = detail::IfView<View>>
+    VarChar& operator=(View const& text) noexcept {
+        set(text);
+        return *this;
+    }
 
     /// Whether a text would be kept whole.
     static bool fits(std::wstring const& text) noexcept { return text.size() <= maxLength; }
     /// Whether a text would be kept whole.
     static bool fits(std::string const& text) noexcept { return text.size() <= maxLength; }
+    /// Whether the text of a view would be kept whole.
+    template <typename View, typename = detail::IfView<View>>
+    static bool fits(View const& text) noexcept {
+        return text.size() <= maxLength;
+    }
 
     /// Replaces the text by a zero-terminated narrow one; by the empty text for null.
     void set(char const* text) noexcept;
@@ -63,6 +79,13 @@ public:
         assign(text, length <= 0           ? 0
                      : length <= maxLength ? static_cast<unsigned short>(length)
                                            : maxLength);
+    }
+
+    /// Replaces the text by that of a narrow or wide view.
+    template <typename View, typename = detail::IfView<View>>
+    void set(View const& text) noexcept {
+        set(text.data(),
+            static_cast<unsigned short>(text.size() <= maxLength ? text.size() : maxLength));
     }
 
     /// The length of the text in code units.

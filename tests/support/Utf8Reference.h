@@ -20,43 +20,43 @@ struct Decoded {
     }
 };
 
-// The table of well-formed sequences: what each byte of one may be.
+// The table of well-formed sequences: the least and the greatest that each byte of one may be. The
+// last row is what begins none.
 inline Decoded slowDecode(std::string_view text) {
-    static constexpr struct Row {
-        std::size_t length;
-        unsigned char range[4][2];
-    } table[] = {
-        {1, {{0x00, 0x7F}}                                          },
-        {2, {{0xC2, 0xDF}, {0x80, 0xBF}}                            },
-        {3, {{0xE0, 0xE0}, {0xA0, 0xBF}, {0x80, 0xBF}}              },
-        {3, {{0xE1, 0xEC}, {0x80, 0xBF}, {0x80, 0xBF}}              },
-        {3, {{0xED, 0xED}, {0x80, 0x9F}, {0x80, 0xBF}}              },
-        {3, {{0xEE, 0xEF}, {0x80, 0xBF}, {0x80, 0xBF}}              },
-        {4, {{0xF0, 0xF0}, {0x90, 0xBF}, {0x80, 0xBF}, {0x80, 0xBF}}},
-        {4, {{0xF1, 0xF3}, {0x80, 0xBF}, {0x80, 0xBF}, {0x80, 0xBF}}},
-        {4, {{0xF4, 0xF4}, {0x80, 0x8F}, {0x80, 0xBF}, {0x80, 0xBF}}},
-        {1, {{0x80, 0xFF}}                                          }, // begins no sequence
+    static constexpr std::string_view table[] = {
+        {"\x00\x7F", 2},
+        "\xC2\xDF\x80\xBF",
+        "\xE0\xE0\xA0\xBF\x80\xBF",
+        "\xE1\xEC\x80\xBF\x80\xBF",
+        "\xED\xED\x80\x9F\x80\xBF",
+        "\xEE\xEF\x80\xBF\x80\xBF",
+        "\xF0\xF0\x90\xBF\x80\xBF\x80\xBF",
+        "\xF1\xF3\x80\xBF\x80\xBF\x80\xBF",
+        "\xF4\xF4\x80\x8F\x80\xBF\x80\xBF",
+        "\x80\xFF",
     };
-    static constexpr unsigned char bits[] = {0x7F, 0x1F, 0x0F, 0x07};
+    auto const number = [](char c) { return static_cast<unsigned char>(c); };
     Decoded decoded{
         {           },
         { 0, text.size()}
     };
     for (std::size_t at = 0, fitting; at < text.size(); at += fitting) {
-        auto const fits = [&](Row const& row, std::size_t i) {
-            auto const byte = at + i < text.size() ? static_cast<unsigned char>(text[at + i]) : 0;
-            return i < row.length && byte >= row.range[i][0] && byte <= row.range[i][1];
+        auto const fits = [&](std::string_view row, std::size_t i) {
+            return 2 * i < row.size() && at + i < text.size() &&
+                   number(text[at + i]) >= number(row[2 * i]) &&
+                   number(text[at + i]) <= number(row[2 * i + 1]);
         };
-        Row const* row = table;
+        auto const* row = table;
         while (!fits(*row, 0)) {
             ++row;
         }
-        unsigned long code = static_cast<unsigned char>(text[at]) & bits[row->length - 1];
+        unsigned long code = number(text[at]);
         for (fitting = 1; fits(*row, fitting); ++fitting) {
-            code = code * 64 + static_cast<unsigned char>(text[at + fitting]) % 64;
+            code = code * 64 + number(text[at + fitting]) % 64;
         }
-        bool const isWhole = fitting == row->length && row != std::end(table) - 1;
-        isWhole ? decoded.codes.push_back(code) : decoded.replace(at);
+        static constexpr unsigned long lead[] = {0, 0xC0ul << 6, 0xE0ul << 12, 0xF0ul << 18};
+        bool const isWhole = 2 * fitting == row->size() && row != std::end(table) - 1;
+        isWhole ? decoded.codes.push_back(code - lead[fitting - 1]) : decoded.replace(at);
     }
     return decoded;
 }

@@ -12,19 +12,15 @@ using namespace Halvora;
 
 #if defined(__cpp_lib_format)
 TEST(Format, textsTypesAndHoldersInBothWidths) {
-    Binary16 const id(1);
-    ResString const text(id, std::wstring(L"\u00E9\u20AC"));
-    ResString2 const text2(id, L"ab");
+    ResString const text(L"\u00E9\u20AC");
+    ResString2 const text2(Binary16(1), L"ab");
     VarChar const raw(L"xyz");
     HLVError::Holder const holder(new HLVError(-5));
-    EXPECT_EQ("\xE9 | ab|xyz--|INT32|!UNKNOWN!",
-              std::format("{}|{:>3}|{:-<5}|{}|{}", text, text2, raw, DT_INT32,
-                          static_cast<eDataType>(99)));
-    EXPECT_EQ(L"\u00E9\u20AC| ab|xyz--|INT32",
-              std::format(L"{}|{:>3}|{:-<5}|{}", text, text2, raw, DT_INT32));
-    EXPECT_EQ("Error -5|<NONE>|  Error -5",
-              std::format("{}|{}|{:>10}", holder, HLVError::Holder(), holder));
-    EXPECT_EQ(L"Error -5", std::format(L"{}", holder));
+    EXPECT_EQ("\xE9 | ab|xyz--|INT32|!UNKNOWN!|Error -5|<NONE>",
+              std::format("{}|{:>3}|{:-<5}|{}|{}|{}|{}", text, text2, raw, DT_INT32,
+                          static_cast<eDataType>(99), holder, HLVError::Holder()));
+    EXPECT_EQ(L"\u00E9\u20AC| ab|xyz--|INT32|  Error -5",
+              std::format(L"{}|{:>3}|{:-<5}|{}|{:>10}", text, text2, raw, DT_INT32, holder));
 }
 #endif
 
