@@ -95,12 +95,17 @@ bool ResString2::isText(Char const* text, std::size_t length) const noexcept {
     }
 }
 
+bool ResString2::equals(Binary16 const& id, unsigned short const* text,
+                        std::size_t length) const noexcept {
+    return m_id == id && (hasId() || isText(text, length));
+}
+
 bool ResString2::operator==(ResString2 const& other) const noexcept {
-    return m_id == other.m_id && (hasId() || isText(other.m_text.data(), other.m_text.size()));
+    return equals(other.m_id, other.m_text.data(), other.m_text.size());
 }
 
 bool ResString2::operator==(ResString const& other) const noexcept {
-    return m_id == other.id() && (hasId() || isText(other.hlv_str(), other.length()));
+    return equals(other.id(), other.hlv_str(), other.length());
 }
 
 bool ResString2::operator==(unsigned short const* text) const noexcept {

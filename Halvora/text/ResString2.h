@@ -129,6 +129,7 @@ private:
     friend struct std::hash<ResString2>;
 
     bool hasId() const noexcept { return m_id != Binary16::EMPTY; }
+    bool equals(Binary16 const& id, unsigned short const* text, std::size_t length) const noexcept;
     template <typename Char>
     bool isText(Char const* text, std::size_t length) const noexcept;
     bool isWideText(wchar_t const* text, std::size_t length) const noexcept;

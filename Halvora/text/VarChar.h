@@ -19,8 +19,8 @@ namespace Halvora {
 /// slot := raw fill:byte[2 * (capacity - length)]     every fill byte is 0x30
 /// @endcode
 ///
-/// A buffer may begin at any byte address. Text longer than 512 units is cut without notice, wide
-/// characters to their low 16 bits; a length field above 512 counts as 512. Narrow text is ISO
+/// A buffer may begin at any byte address. Text longer than 512 units is cut without notice, also
+/// when an object reads a longer form, and wide characters to their low 16 bits. Narrow text is ISO
 /// 8859-1. A null pointer to text is the empty text; given where a string is asked for, it meets
 /// the string's own constructor, which throws `std::logic_error` with libstdc++. Lengths count
 /// units, sizes bytes.

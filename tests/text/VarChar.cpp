@@ -77,7 +77,7 @@ TEST(VarChar, nullIsTheEmptyTextAndForm) {
 TEST(VarChar, rawFormsAndSlotsLieAnywhere) {
     for (unsigned const field : {0u, 1u, 10u, 511u, 512u, 513u, 768u, 1024u, 32767u, 65535u}) {
         Forms<VarChar> const forms{field, "", std::string(2 * field, 'u')};
-        for (std::size_t const more : {0, 1, 2, 3}) { // bytes, of the form or behind its head
+        for (unsigned const more : {0u, 1u, 2u, 3u}) { // bytes, of the form or behind its head
             EXPECT_TRUE(forms.isMeasured(more)) << field << " units, " << more << " bytes";
             EXPECT_TRUE(forms.isMeasured(2 * field + more)) << field << " units, " << more;
         }
