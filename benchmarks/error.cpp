@@ -201,6 +201,23 @@ void addChains() {
     });
 }
 
+// Raised by values beside the same by pointers, and handed on by what a vector does when it grows.
+void addRaising() {
+    addBoth(
+        "three errors: raise, destroy", depth, -depth,
+        [] {
+            HLVError::Holder holder;
+            for (int i = 0; i < depth; ++i) {
+                holder.prepend(-i - 1, text, i);
+            }
+            return holder.getError()->getCode();
+        },
+        [] {
+            HLVError::Holder const holder(makeChain(depth));
+            return holder.getError()->getCode();
+        });
+}
+
 // What grows with the length of a chain.
 void addLongChain(int n) {
     auto const size = static_cast<std::size_t>(n);
@@ -371,6 +388,7 @@ void addThrows() {
 
 int main(int argc, char** argv) {
     addChains();
+    addRaising();
     addContenders();
     for (int const n : {16, 256, 4096, 65536}) {
         addLongChain(n);

@@ -30,13 +30,12 @@ void fails(char const* name, int atLeast, Act act) {
 
 TEST(Memory, failedAllocationsOfErrorsChangeAndLeakNothing) {
     fails("copy", 8, [](Scene& s) { s.holder.copy(s.holder); });
-    fails("assign", 8, [](Scene& s) { s.holder = static_cast<Holder const&>(s.holder); });
     fails("prependError", 1,
           [](Scene& s) { s.holder.prependError(-8, s.a.release(), s.b.release(), s.c.release()); });
     fails("prepend", 6, [](Scene& s) {
         s.holder.prepend(-8, s.b->getDataString(), std::string_view("another long text"), 3);
     });
-    fails("params", 8, [](Scene& s) {
+    fails("params", 5, [](Scene& s) {
         std::wstring const& wide = s.b->getDataString();
         std::string const narrow(wide.begin(), wide.end());
         Param const all[] = {Param(narrow), Param(narrow.c_str()), Param(std::wstring_view(wide)),
@@ -59,7 +58,6 @@ TEST(Memory, failedAllocationsOfErrorsChangeAndLeakNothing) {
 TEST(Memory, failedAllocationsOfListsChangeAndLeakNothing) {
     fails("of error", 2, [](Scene& s) { List const list(std::move(s.error)); });
     fails("of holder", 2, [](Scene& s) { List const list(s.holder); });
-    fails("add holder", 1, [](Scene& s) { s.list.add(s.holder); });
     fails("add error", 2, [](Scene& s) { s.movedFrom.add(std::move(s.error)); });
     fails("replace", 1, [](Scene& s) { s.list.replace(s.position, s.holder); });
     fails("replace", 1, [](Scene& s) { s.list.replace(s.position, std::move(s.error)); });
@@ -76,10 +74,10 @@ TEST(Memory, failedAllocationsOfListsChangeAndLeakNothing) {
 TEST(Memory, failedAllocationsOfReportsLeakNothing) {
     Holder const error = HLVError::create(-30, "M\xFCnchen", ResString(L"x"), Binary16());
     auto const report = [&](int) {
-        std::ostringstream stream;
-        stream.exceptions(ios::badbit);
-        describe(writeJson(stream, *error.getError()), *error.getError(),
-                 *ResString::getMainTranslator());
+        std::ostringstream stream; // swallows the exception
+        writeJson(stream, *error.getError());
+        describe(stream, *error.getError(), *ResString::getMainTranslator());
+        stream ? void() : throw std::bad_alloc();
     };
     EXPECT_LE(10, failEachAllocation([] { return 0; }, report, [](int) {}));
 }
