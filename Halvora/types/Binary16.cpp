@@ -1,6 +1,7 @@
 #include <Halvora/types/Binary16.h>
 
 #include <algorithm>
+#include <cxxabi.h>
 #include <istream>
 #include <iterator>
 #include <locale>
@@ -122,9 +123,9 @@ public:
     // more.
     void addHeld(std::istream const& stream) {
         std::streambuf& buffer = *stream.rdbuf();
-        for (std::streamsize held = Held::in(buffer); held > 0 && missing() > 0;) {
-            std::streamsize const taken =
-                buffer.sgetn(m_end, std::min<std::streamsize>(held, missing()));
+        std::streamsize held = Held::in(buffer), taken = 1;
+        while (taken > 0 && held > 0 && missing() > 0) {
+            taken = buffer.sgetn(m_end, std::min<std::streamsize>(held, missing()));
             held -= taken;
             m_end = removeSpace(stream, m_end, m_end + taken);
         }
@@ -188,6 +189,10 @@ bool putAll(std::basic_ostream<Char>& stream, Char const* text, std::size_t leng
             return false;
         }
         stream.setstate(failedInsertion);
+#if defined(__GLIBCXX__)
+    } catch (__cxxabiv1::__forced_unwind const&) {
+        throw; // the thread is cancelled
+#endif
     } catch (...) {
         setBadOrRethrow(stream);
     }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iomanip>
 #include <random>
+#include <regex>
 #include <set>
 
 using namespace Halvora;
@@ -55,6 +56,14 @@ TEST(Binary16, showsItsBytesInTwoForms) {
         EXPECT_EQ(Convert::toWString(row.hexadecimal), wide.str());
         EXPECT_EQ(row.grouped, Convert::toAString(row.value));
         EXPECT_EQ(Convert::toWString(row.grouped), Convert::toWString(row.value));
+        std::ostringstream uuid; // its bytes are the text without the hyphens
+        Byte bytes[16];
+        row.value.toUuidBytes(bytes);
+        for (Byte const byte : bytes) {
+            uuid << std::hex << std::setw(2) << std::setfill('0') << +byte;
+        }
+        EXPECT_EQ(std::regex_replace(row.grouped, std::regex("-"), ""), uuid.str());
+        EXPECT_EQ(row.value, Binary16::fromUuidBytes(bytes));
         expectInBuffer<char, 36>(row.grouped, row.value, &Binary16::toGrouped);
         expectInBuffer<wchar_t, 36>(row.grouped, row.value, &Binary16::toGrouped);
         expectInBuffer<char, 34>(row.hexadecimal, row.value, &Binary16::toHexadecimal);
@@ -98,24 +107,13 @@ struct Program {
         expected = std::string(raw.data() + 1, std::min(16u, length));
         expected.resize(16);
         EXPECT_EQ(0, value.set(Binary16(raw.data() + 1, length)));
+        value = reinterpret_cast<Byte const*>(expected.data());
         return "take " + std::to_string(length) + " bytes";
-    }
-    std::string throughUuid() {
-        Byte uuid[16], order[] = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
-        value.toUuidBytes(uuid);
-        for (int i = 0; i < 16; ++i) {
-            EXPECT_EQ(static_cast<Byte>(expected[order[i]]), uuid[i]) << "byte of the UUID: " << i;
-        }
-        value.toUuidBytes(&value); // over itself
-        EXPECT_EQ(Binary16(uuid, 16), value);
-        value = Binary16::fromUuidBytes(uuid);
-        return "as a UUID and back";
     }
     std::string step() {
         switch (random() % 8) {
         case 0: return setByte(static_cast<Byte>(random() % 16), static_cast<char>(random()));
         case 1: return assign(static_cast<unsigned int>(random() % 40));
-        case 2: return throughUuid();
         default:
             return setOneOf<bool, Byte, short, unsigned short, int, unsigned int, long,
                             unsigned long, long long, unsigned long long, float, double>();
@@ -145,11 +143,10 @@ TEST(Binary16, refusesAnIndexBehindItsBytesAndClearsForNull) {
     }
     value.toUuidBytes(nullptr);
     EXPECT_EQ(Binary16::MAX, value);
-    value = reinterpret_cast<Byte const*>("ABCDEFGHIJKLMNOP");
-    EXPECT_EQ(Binary16("ABCDEFGHIJKLMNOP", 16), value);
-    value = nullptr;
+    value = static_cast<Byte const*>(nullptr);
     EXPECT_EQ(Binary16::EMPTY, value);
     EXPECT_EQ(Binary16::MIN, Binary16::fromUuidBytes(nullptr));
+    EXPECT_EQ(Binary16::MIN, Binary16(nullptr, 10));
     bool isSet = false;
     Binary16(0x80).get(isSet); // not the 1 that set(true) writes
     EXPECT_TRUE(isSet);

@@ -91,7 +91,6 @@ void expectRoundingOfMany() {
 
 TEST(Round, everyStepIsRoundedToItsType) {
     EXPECT_EQ(Binary16(0x7FC00000), Binary16(Round::round(float(infinity), -400)));
-    EXPECT_EQ(Binary16(0x7FF8000000000000), Binary16(Round::round(-infinity, -400)));
     expectRoundingOfMany<float>();
     expectRoundingOfMany<double>();
 }
