@@ -45,7 +45,7 @@ VarChar::VarChar(char const* text) noexcept {
 }
 
 VarChar& VarChar::operator=(VarChar const& other) noexcept {
-    std::memmove(static_cast<void*>(this), &other, other.size());
+    std::memmove(static_cast<void*>(this), static_cast<void const*>(&other), other.size());
     return *this;
 }
 
