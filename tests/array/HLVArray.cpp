@@ -3,7 +3,6 @@
 #include <iomanip>
 #include <malloc.h>
 #include <random>
-#include <sstream>
 
 #include <tests/support/ArrayProgram.h>
 #include <tests/support/Memory.h>
@@ -153,6 +152,7 @@ TEST(HLVArray, storageIsExactAfterAnAppend) {
         Array(std::move(a)).swap(a); // which takes the room along
         EXPECT_TRUE(room() >= 8000 && a.addInt64(2) == 0 && room() < 152) << removes;
     }
+    EXPECT_TRUE(a._set(4, a.getData(), DT_INT16, 2) == 0 && viewOf<short>(a)[0] == 0); // its own
 }
 
 TEST(HLVArray, equalityIsOfTypesAndBytes) {
