@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <iomanip>
 #include <random>
-#include <regex>
 #include <set>
 
 using namespace Halvora;
@@ -62,7 +61,9 @@ TEST(Binary16, showsItsBytesInTwoForms) {
         for (Byte const byte : bytes) {
             uuid << std::hex << std::setw(2) << std::setfill('0') << +byte;
         }
-        EXPECT_EQ(std::regex_replace(row.grouped, std::regex("-"), ""), uuid.str());
+        std::string digits = row.grouped;
+        digits.erase(std::remove(digits.begin(), digits.end(), '-'), digits.end());
+        EXPECT_EQ(digits, uuid.str());
         EXPECT_EQ(row.value, Binary16::fromUuidBytes(bytes));
         expectInBuffer<char, 36>(row.grouped, row.value, &Binary16::toGrouped);
         expectInBuffer<wchar_t, 36>(row.grouped, row.value, &Binary16::toGrouped);
@@ -145,8 +146,7 @@ TEST(Binary16, refusesAnIndexBehindItsBytesAndClearsForNull) {
     EXPECT_EQ(Binary16::MAX, value);
     value = static_cast<Byte const*>(nullptr);
     EXPECT_EQ(Binary16::EMPTY, value);
-    EXPECT_EQ(Binary16::MIN, Binary16::fromUuidBytes(nullptr));
-    EXPECT_EQ(Binary16::MIN, Binary16(nullptr, 10));
+    EXPECT_TRUE(Binary16::fromUuidBytes(nullptr) == value && Binary16(nullptr, 10) == value);
     bool isSet = false;
     Binary16(0x80).get(isSet); // not the 1 that set(true) writes
     EXPECT_TRUE(isSet);
