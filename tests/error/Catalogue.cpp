@@ -43,6 +43,10 @@ TEST(CatalogueTranslator, answersFromItsRowsAndElseAsTheNextOne) {
                   answers(*asked, -30));
         EXPECT_EQ(L"-21/-21/P0/P1/P2/P3/P4", answers(*asked, -21));
     }
+    std::wostringstream texts;
+    translator.getTranslation(texts, ResString(L"by text "));
+    translator.getTranslation(texts, Binary16(7), L"and id");
+    EXPECT_EQ(L"by text and id", texts.str());
     EXPECT_EQ("en/", translator.getLanguage() + "/" + pumpTranslator.getLanguage());
     long const before = allocations();
     delete translator.getErrorDescription(-30);

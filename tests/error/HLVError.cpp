@@ -45,7 +45,7 @@ TEST(HLVError, printsItsCodeItsParametersAndItsChain) {
     std::wostringstream wide;
     error.singleOutput(narrow) << '|' << error;
     EXPECT_EQ("Error -5\n  P1: 7|" + Convert::toAString(text(error)), narrow.str());
-    EXPECT_EQ(&wide, &(error << error.singleOutput(wide)));
+    EXPECT_TRUE(&wide == &(error << error.singleOutput(wide)) && &narrow == &(error << narrow));
 }
 
 TEST(HLVError, isAnErrorBelowZeroAndAWarningAbove) {

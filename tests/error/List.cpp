@@ -61,6 +61,7 @@ TEST(List, takesErrorsAndWarningsAndChangesAtAPosition) {
         row.act(list, second);
         EXPECT_EQ(row.codes, codesOf(list)) << row.name;
     }
+    EXPECT_EQ(1, List(new HLVError(-1)).getErrorCount());
 }
 
 TEST(List, isEmptyAndOfUseWhenMovedFrom) {
@@ -74,6 +75,9 @@ TEST(List, isEmptyAndOfUseWhenMovedFrom) {
     list.remove(nowhere);
     EXPECT_TRUE(!list.add(list) && !other.add(list) && list.add(other));
     EXPECT_EQ((std::vector<int>{-1, 2, -3}), codesOf(list));
+    list = std::move(*&list);
+    EXPECT_EQ(3, list.getCount());
+    EXPECT_TRUE(other.end() == List::iterator() && list.begin() != other.end());
     List const third = std::move(list);
     EXPECT_TRUE(list.add(HLVError::create(-4)));
     EXPECT_EQ(1, list.getCount());

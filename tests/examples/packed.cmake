@@ -48,6 +48,6 @@ endforeach()
 
 expect(2 "missing cannot be read\n$" "${packed} ${file}.missing")
 expect(2 " cannot be read\n$" "${packed} /")
-expect(2 "temporary file cannot be written\n$" "trap '' XFSZ; ulimit -f 0; ${packed}")
+expect(2 "temporary file cannot be written\n" "trap '' XFSZ; ulimit -f 0; ${packed}")
 expect(2 "^Standard output cannot be written.\n$" "${packed} >/dev/full")
 expect(2 "^Standard output cannot be written.\n$" "${packed} >&-")

@@ -59,6 +59,7 @@ TEST(ResString, nullIsTheEmptyTextAndForm) {
     ResString text(id, std::wstring(L"old")), other = text;
     EXPECT_EQ(0, (text = static_cast<wchar_t const*>(nullptr)).length());
     EXPECT_EQ(0, (other = static_cast<unsigned short const*>(nullptr)).length());
+    EXPECT_EQ(0, ResString(static_cast<unsigned short const*>(nullptr)).length());
     text.set(nullptr);
     EXPECT_TRUE(text.id() == Binary16() && ResString::size(nullptr) == 18);
     std::string slot(28, '#');

@@ -72,6 +72,11 @@ TEST(VarChar, nullIsTheEmptyTextAndForm) {
     EXPECT_EQ(2, VarChar::size(nullptr));
     VarChar::set("text", nullptr); // does nothing, nor does this
     VarChar::set(L"text", 4, 4, nullptr);
+    unsigned char slot[4] = {9, 9, 9, 9};
+    VarChar::set(wide, 3, 1, slot); // the empty text
+    EXPECT_TRUE(VarChar::equal(slot + 0, L"", 0) && slot[2] == 0x30 && slot[3] == 0x30);
+    slot[0] = 1;
+    EXPECT_FALSE(VarChar::equal(slot + 0, wide, 1));
 }
 
 TEST(VarChar, rawFormsAndSlotsLieAnywhere) {

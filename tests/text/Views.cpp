@@ -62,6 +62,8 @@ TEST(Views, areReadAsStrings) {
         Convert::toHLVString(units, view);
         Convert::toHLVString(expected, wide);
         EXPECT_EQ(expected, units);
+        Convert::toHLVString(units, std::string_view(narrow));
+        EXPECT_EQ(narrow, Convert::toAString(units));
         EXPECT_EQ(Convert::toAString(wide), Convert::toAString(view));
         EXPECT_EQ(Convert::toWString(narrow), Convert::toWString(std::string_view(narrow)));
 
