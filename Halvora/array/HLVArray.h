@@ -75,6 +75,9 @@ public:
     /// A pointer to a member neither.
     template <typename T, typename Class>
     explicit HLVArray(T Class::*) = delete;
+    /// Nor a pointer between braces.
+    template <typename T>
+    explicit HLVArray(T* const (&&)[1]) = delete;
     /// Nor null.
     explicit HLVArray(std::nullptr_t) = delete;
     /// Braces that were a text by accident.

@@ -52,7 +52,7 @@ inline std::wstring headOf(HLVError const& error, ITranslator const& translator)
 
 inline std::wstring nameOf(HLVError const& error, int number, ITranslator const& translator) {
     std::unique_ptr<ResString> const name(translator.getErrorParamDesc(error.getCode(), number));
-    return name != nullptr ? name->wstr() : std::wstring();
+    return name != nullptr && name->length() != 0 ? name->wstr() : L"P" + std::to_wstring(number);
 }
 
 template <typename Char>
@@ -88,6 +88,7 @@ void describeError(std::basic_ostream<Char>& stream, HLVError const& error,
 template <typename Char>
 std::basic_ostream<Char>& describeChain(std::basic_ostream<Char>& stream, HLVError const& first,
                                         ITranslator const& translator) {
+    stream.width(0); // meant for one insertion, not for a line among others
     for (HLVError const* error = &first; error != nullptr; error = error->getPrecedingError()) {
         describeError(stream, *error, translator);
     }

@@ -8,7 +8,6 @@
 #include <Halvora/types/HalvTypes.h>
 
 #include <charconv>
-#include <cmath>
 #include <cstdint>
 #include <iterator>
 #include <ostream>
@@ -61,14 +60,16 @@ template <typename T>
 void appendJsonReal(std::string& out, HLVError::Param const& param) {
     T value{};
     param.getValue(value);
-    if (!std::isfinite(value)) {
-        out += std::isnan(value) ? "\"NaN\"" : value < 0 ? "\"-Infinity\"" : "\"Infinity\"";
-        return;
-    }
     char digits[32];
     std::string_view const number(
         digits,
         static_cast<std::size_t>(std::to_chars(digits, std::end(digits), value).ptr - digits));
+    // "inf" or "nan": not asked of the value, which -ffast-math would not answer.
+    if (number.find('n') != std::string_view::npos) {
+        bool const isNaN = number.find('a') != std::string_view::npos;
+        out += isNaN ? "\"NaN\"" : number[0] == '-' ? "\"-Infinity\"" : "\"Infinity\"";
+        return;
+    }
     out += number;
     out += number.find_first_of(".e") == std::string_view::npos ? ".0" : "";
 }

@@ -148,7 +148,8 @@ public:
         _trimLeftView(text, set);
         _trimRightView(text, set);
     }
-    /// Removes leading and trailing characters that are in the view `set`.
+    /// Removes leading and trailing characters that are in the view `set`, which must not lie in
+    /// `text`.
     template <typename View, typename = detail::IfView<View>>
     static void trim(std::basic_string<typename View::value_type>& text, View const& set) {
         _trimLeftView(text, set);

@@ -183,6 +183,16 @@ public:
     bool operator==(ResString const& other) const noexcept;
     /// The negation of `operator==`.
     bool operator!=(ResString const& other) const noexcept { return !(*this == other); }
+    /// The same with a view as a text without an identifier, cut to 128 units.
+    template <typename View, typename = detail::IfView<View>>
+    bool operator==(View const& text) const noexcept {
+        return *this == ResString(text);
+    }
+    /// The negation.
+    template <typename View, typename = detail::IfView<View>>
+    bool operator!=(View const& text) const noexcept {
+        return !(*this == text);
+    }
 
     /// @name Main translator
     /// A slot for the components of a program. The pointer is not owned, may be null, and is

@@ -38,7 +38,7 @@ struct Utf8Result {
 /// then holds unspecified text. All take time linear in the length.
 class HALVTYPES_API Utf8 {
 public:
-    Utf8() = delete;
+    explicit Utf8() = delete;
 
     /// Converts UTF-8 to wide text.
     static Utf8Result toWString(std::wstring& out, std::string_view text);

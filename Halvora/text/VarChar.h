@@ -28,7 +28,8 @@ class HALVTYPES_API VarChar {
     template <typename T>
     using IfText = std::enable_if_t<detail::isText<T>>;
     template <typename T>
-    using IfInteger = std::enable_if_t<std::is_integral_v<T> && !std::is_same_v<T, bool>>;
+    using IfInteger = std::enable_if_t<(std::is_integral_v<T> && !std::is_same_v<T, bool>) ||
+                                       (std::is_enum_v<T> && std::is_convertible_v<T, int>)>;
 
 public:
     static constexpr unsigned short maxLength = 512; ///< The most that is kept, in code units.
@@ -112,6 +113,16 @@ public:
     bool operator==(VarChar const& other) const noexcept { return compare(other) == 0; }
     /// Whether length or units differ.
     bool operator!=(VarChar const& other) const noexcept { return compare(other) != 0; }
+    /// Whether length and units are those of a view, cut to 512 units.
+    template <typename View, typename = detail::IfView<View>>
+    bool operator==(View const& text) const noexcept {
+        return *this == VarChar(text);
+    }
+    /// The negation.
+    template <typename View, typename = detail::IfView<View>>
+    bool operator!=(View const& text) const noexcept {
+        return !(*this == text);
+    }
     /// Whether this comes first in the order of the stored bytes.
     bool operator<(VarChar const& other) const noexcept { return compare(other) < 0; }
     /// Whether this equals `other` or comes first in the order of the stored bytes.

@@ -1,6 +1,7 @@
 // An error that is dropped is lost, and one has at most three parameters. A catalogue is checked
 // when it is compiled.
 #include <Halvora/error/Catalogue.h>
+#include <Halvora/types/ParseBinary16.h>
 
 #pragma GCC diagnostic error "-Wunused-result"
 
@@ -52,6 +53,14 @@ void use(HLVError::Holder& holder, HLVError const* error) {
     HLVError::makeError(-1);
 #elif defined(HALV_CASE_8)
     HLVError::create(-1);
+#elif defined(HALV_CASE_9)
+    static_cast<void>(HLVError::create(-1, 1, 2, 3, 4));
+#elif defined(HALV_CASE_10)
+    Binary16 id;
+    parseBinary16("", id);
+#elif defined(HALV_CASE_11)
+    using namespace Halvora::literals;
+    static_cast<void>("0x12"_id);
 #endif
     static_cast<void>(error);
 }

@@ -59,6 +59,10 @@ void use(HLVArray& array, Binary16& value, ResString const& text) {
     static_cast<void>(text < text);
 #    elif defined(HALV_CASE_8)
     Convert::toAString(3); // nor a type by its number
+#    elif defined(HALV_CASE_9)
+    HLVArray const pointer({L"x"});
+#    elif defined(HALV_CASE_10)
+    Utf8 const instance{};
 #    endif
 }
 #endif

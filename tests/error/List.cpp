@@ -77,7 +77,8 @@ TEST(List, isEmptyAndOfUseWhenMovedFrom) {
     EXPECT_EQ((std::vector<int>{-1, 2, -3}), codesOf(list));
     list = std::move(*&list);
     EXPECT_EQ(3, list.getCount());
-    EXPECT_TRUE(other.end() == List::iterator() && list.begin() != other.end());
+    EXPECT_TRUE(other.end() == List::iterator() && list.begin() != other.end() &&
+                list.begin() != list.end());
     List const third = std::move(list);
     EXPECT_TRUE(list.add(HLVError::create(-4)));
     EXPECT_EQ(1, list.getCount());

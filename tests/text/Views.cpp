@@ -72,6 +72,8 @@ TEST(Views, areReadAsStrings) {
         EXPECT_TRUE(ResString(id, view).id() == id &&
                     ResString::fits(view) == ResString::fits(wide));
         EXPECT_TRUE(ResString2(Binary16(), view) == wide && ResString2(Binary16(), wide) == view);
+        EXPECT_TRUE(ResString(wide) == view && !(ResString(wide) != view) &&
+                    VarChar(wide) == view && VarChar(L"no" + wide) != view);
         EXPECT_TRUE(VarChar(view) == VarChar(wide) && VarChar::fits(view) == VarChar::fits(wide));
         EXPECT_EQ(VarChar(narrow.c_str()), VarChar(std::string_view(narrow.c_str())));
     }
