@@ -21,7 +21,9 @@ enum Report : int {
 };
 
 inline constexpr Halvora::CatalogueRow reportTable[] = {
-    {foreignFile,         L"foreignFile",      L"Nothing at the start of this file is of the registry.",                             {L"file"}         },
+    {foreignFile,
+     L"foreignFile",                           L"Nothing at the start of this file is of the registry.",
+     {L"file"}                                                                                                                              },
     {unknownRegistry,     L"unknownRegistry",  L"There is no registry of this name.",                                     {L"name"}         },
     {tooManyRecords,      L"tooManyRecords",   L"More records are not kept.",                                             {L"limit"}        },
     {noSuchAssignment,    L"noSuchAssignment", L"Nobody has this assignment.",                                            {L"assignment"}   },
