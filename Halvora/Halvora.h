@@ -4,7 +4,6 @@
 
 #include <Halvora/Format.h>
 #include <Halvora/array/ArrayView.h>
-#include <Halvora/array/Braces.h>
 #include <Halvora/array/HLVArray.h>
 #include <Halvora/error/Catalogue.h>
 #include <Halvora/error/Describe.h>
@@ -15,6 +14,7 @@
 #include <Halvora/error/Json.h>
 #include <Halvora/error/List.h>
 #include <Halvora/error/Param.h>
+#include <Halvora/text/Braces.h>
 #include <Halvora/text/Convert.h>
 #include <Halvora/text/CsvReader.h>
 #include <Halvora/text/HLVString.h>

@@ -37,6 +37,7 @@ set(HALVTYPES_HEADERS
     Halvora/types/ElementTypes.h
     Halvora/types/ParseBinary16.h
     Halvora/types/Round.h
+    Halvora/text/Braces.h
     Halvora/text/HLVString.h
     Halvora/text/Convert.h
     Halvora/text/ConvertInline.h
@@ -48,7 +49,6 @@ set(HALVTYPES_HEADERS
     Halvora/text/Utf8.h
     Halvora/text/CsvReader.h
     Halvora/text/CsvReaderInline.h
-    Halvora/array/Braces.h
     Halvora/array/HLVArray.h
     Halvora/array/ArrayView.h
     Halvora/error/HLVError.h

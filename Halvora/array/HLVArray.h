@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Halvora/Export.h>
-#include <Halvora/array/Braces.h>
+#include <Halvora/text/Braces.h>
 #include <Halvora/text/ResString.h>
 #include <Halvora/types/Binary16.h>
 #include <Halvora/types/ElementTypes.h>
@@ -40,7 +40,10 @@ public:
     explicit HLVArray(eDataType type) noexcept;
 
     /// @name One element
-    /// The element type is that of the value's C++ type; `Binary16` gives `DT_BINARY16`.
+    /// The element type is that of the value's C++ type; `Binary16` gives `DT_BINARY16`. A
+    /// character is the number that it promotes to: `L'x'` is a `DT_INT32` where `wchar_t` is
+    /// signed, as on x86, and a `DT_UINT32` where it is not, as on ARM; `'x'` is a `DT_INT32`
+    /// everywhere.
     /// @{
 
     /// One `DT_BOOL`.
@@ -81,7 +84,7 @@ public:
     /// Nor null.
     explicit HLVArray(std::nullptr_t) = delete;
     /// Braces that were a text by accident.
-    explicit HLVArray(detail::NoText) = delete;
+    explicit HLVArray(detail::NoText<wchar_t>) = delete;
 
     /// @}
 
@@ -220,6 +223,8 @@ public:
     int setBin16(unsigned short index, Binary16 const& value);
     /// Sets a `DT_STRING`.
     int setString(unsigned short index, std::wstring const& value);
+    /// Braces that were a text by accident.
+    int setString(unsigned short, detail::NoText<wchar_t>) = delete;
     /// Sets a `DT_STRINGRES`.
     int setResString(unsigned short index, ResString const& value);
 
@@ -261,6 +266,8 @@ public:
     int addBin16(Binary16 const& value);
     /// Appends a `DT_STRING`; moves all texts.
     int addString(std::wstring const& value);
+    /// Braces that were a text by accident.
+    int addString(detail::NoText<wchar_t>) = delete;
     /// Appends a `DT_STRINGRES`; moves all texts.
     int addResString(ResString const& value);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Halvora/Export.h>
+#include <Halvora/text/Braces.h>
 
 #include <exception>
 #include <string>
@@ -12,6 +13,10 @@ class HALVTYPES_API Exception : public std::exception {
 public:
     /// Keeps copies of the texts; `what()` answers `message`.
     Exception(int const& code, std::string const& message, std::string const& trace);
+    /// Braces that were a text by accident.
+    Exception(int const&, detail::NoText<char>, std::string const&) = delete;
+    /// Braces that were a text by accident.
+    Exception(int const&, std::string const&, detail::NoText<char>) = delete;
 
     /// A copy with the same code and texts.
     Exception(Exception const& other);
@@ -32,6 +37,8 @@ public:
 
     /// Appends `" -> "` and the text to the trace. A failed allocation leaves the trace as it was.
     void addTrace(std::string const& text);
+    /// Braces that were a text by accident.
+    void addTrace(detail::NoText<char>) = delete;
 
 private:
     int m_code;

@@ -2,6 +2,7 @@
 
 #include <Halvora/Export.h>
 #include <Halvora/error/HLVError.h>
+#include <Halvora/text/Braces.h>
 
 #include <exception>
 #include <memory>
@@ -20,6 +21,10 @@ public:
     /// code 0. Copies `trace`.
     HLVErrorException(std::unique_ptr<HLVError> error, std::string const& trace)
         : HLVErrorException(error.release(), trace) {}
+    /// Braces that were a text by accident.
+    HLVErrorException(HLVError*, detail::NoText<char>) = delete;
+    /// Braces that were a text by accident.
+    HLVErrorException(std::unique_ptr<HLVError>, detail::NoText<char>) = delete;
 
     /// A copy with a deep copy of the error.
     HLVErrorException(HLVErrorException const& other);
@@ -45,6 +50,8 @@ public:
 
     /// Appends `" -> "` and the text to the trace. A failed allocation leaves the trace as it was.
     void addTrace(std::string const& text);
+    /// Braces that were a text by accident.
+    void addTrace(detail::NoText<char>) = delete;
 
 private:
     std::string m_trace;

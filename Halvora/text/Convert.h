@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Halvora/Export.h>
+#include <Halvora/text/Braces.h>
 #include <Halvora/text/HLVString.h>
 #include <Halvora/types/Binary16.h>
 #include <Halvora/types/HalvTypes.h>
@@ -171,6 +172,12 @@ public:
     /// Cuts wide `text` at every separator, by the rules of the narrow form.
     static std::vector<std::wstring>& split(std::wstring const& text, wchar_t separator,
                                             std::vector<std::wstring>& fields);
+    /// Braces that were a text by accident.
+    static std::vector<std::string>& split(detail::NoText<char>, char,
+                                           std::vector<std::string>&) = delete;
+    /// Braces that were a text by accident.
+    static std::vector<std::wstring>& split(detail::NoText<wchar_t>, wchar_t,
+                                            std::vector<std::wstring>&) = delete;
 
     /// Cuts `text` at every separator outside double quotes.
     ///
@@ -185,6 +192,12 @@ public:
     /// Cuts wide `text` at every separator outside double quotes, by the rules of the narrow form.
     static std::vector<std::wstring>& splitQuoted(std::wstring const& text, wchar_t separator,
                                                   std::vector<std::wstring>& fields);
+    /// Braces that were a text by accident.
+    static std::vector<std::string>& splitQuoted(detail::NoText<char>, char,
+                                                 std::vector<std::string>&) = delete;
+    /// Braces that were a text by accident.
+    static std::vector<std::wstring>& splitQuoted(detail::NoText<wchar_t>, wchar_t,
+                                                  std::vector<std::wstring>&) = delete;
 
     /// Cuts a view into strings or into views of the same text, by the rules of `split`. It may lie
     /// in one of the strings.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Halvora/Export.h>
+#include <Halvora/text/Braces.h>
 #include <Halvora/text/HLVString.h>
 
 #include <cstddef>
@@ -40,6 +41,8 @@ public:
     VarChar(VarChar const& other) noexcept;
     /// The text given.
     VarChar(std::wstring const& text) noexcept;
+    /// Braces that were a text by accident.
+    VarChar(detail::NoText<wchar_t>) = delete;
     /// A zero-terminated narrow text; empty for null.
     VarChar(char const* text) noexcept;
     /// The text of a narrow or wide view.
@@ -52,6 +55,8 @@ public:
     VarChar& operator=(VarChar const& other) noexcept;
     /// Replaces the text.
     VarChar& operator=(std::wstring const& text) noexcept;
+    /// Braces that were a text by accident.
+    VarChar& operator=(detail::NoText<wchar_t>) = delete;
     /// Replaces the text by that of a narrow or wide view.
     template <typename View, typename = detail::IfView<View>>
     VarChar& operator=(View const& text) noexcept {

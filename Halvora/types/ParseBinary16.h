@@ -101,6 +101,13 @@ struct Parsed {
                                                                 Binary16& value) noexcept {
     return detail::parse(text, value);
 }
+/// Reads a zero-terminated text, narrow or wide, into `value`; null is the empty text.
+template <typename Char,
+          typename = std::enable_if_t<std::is_same_v<Char, char> || std::is_same_v<Char, wchar_t>>>
+[[nodiscard]] constexpr ParseResult parseBinary16(Char const* text, Binary16& value) noexcept {
+    using View = std::basic_string_view<Char>;
+    return detail::parse(text == nullptr ? View() : View(text), value);
+}
 /// @}
 
 /// What a program takes in by `using namespace Halvora::literals;`.

@@ -47,8 +47,27 @@ static_assert(!std::is_default_constructible_v<std::hash<ResString>>);
 static_assert(!std::is_assignable_v<ResString&, int> &&
               !std::is_assignable_v<ResString&, eDataType>);
 
-void use(HLVArray& array, Binary16& value, ResString const& text) {
+// Whether no overload takes the braces; what they are given to is `T`.
+#    define REFUSED(name, ...)                 \
+        template <typename T, typename = void> \
+        constexpr bool name = true;            \
+        template <typename T>                  \
+        constexpr bool name<T, decltype(void(__VA_ARGS__))> = false
+REFUSED(addOne, std::declval<T&>().addString({1}));
+REFUSED(setMixed, std::declval<T&>().setString(0, {1, 2u}));
+REFUSED(addLiterals, std::declval<T&>().addString({L"a", L"b"}));
+REFUSED(construct, T({1, 2, 3}));
+REFUSED(assign, std::declval<T&>() = {2, L'x'});
+REFUSED(addTrace, std::declval<T&>().addTrace({true, 'x'}));
+REFUSED(trace, T(1, "message", {1, 2}));
+static_assert(addOne<HLVArray> && setMixed<HLVArray> && addLiterals<HLVArray>);
+static_assert(construct<VarChar> && assign<VarChar> && addTrace<Exception> && trace<Exception>);
+
+void use(HLVArray& array, Binary16& value, ResString const& text, VarChar& raw, Exception& e) {
     static_cast<void>(array.addBool(true) + array.setBool(0, text == text) + value.set(true));
+    array.addString({}), array.addString({L'1', 0}), array.addString({L"ab", 1}),
+        array.addString(0);
+    raw = {L'a', L'b'}, e.addTrace({"ab", 1});
 #    if defined(HALV_CASE_4)
     array.addBool("x");
 #    elif defined(HALV_CASE_5)

@@ -58,6 +58,12 @@ constexpr bool parses(std::string_view text) {
     return parseBinary16(text, value) && value == Binary16(1, 2, 3, 4);
 }
 static_assert(parses("00000001-0002-0003-0400-000000000000") && !parses("00000001-0002"));
+static_assert([] {
+    Binary16 value(1, 2, 3, 4);
+    ParseResult const result = parseBinary16(static_cast<char const*>(nullptr), value);
+    return result.status == PARSE_TOO_SHORT && result.position == 0 &&
+           value == Binary16(1, 2, 3, 4);
+}());
 static_assert("00000001-0002-0003-0400-000000000000"_id == Binary16(1, 2, 3, 4));
 static_assert("0x00000000000000040003000200000001"_id == Binary16(1, 2, 3, 4));
 
