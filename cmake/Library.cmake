@@ -110,6 +110,14 @@ target_compile_options(
         $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>
         $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>
 )
+# The oldest x86 processors keep more bits than a type has.
+check_cxx_compiler_flag("-msse2 -mfpmath=sse" HALVTYPES_HAS_SSE2)
+if(HALVTYPES_HAS_SSE2)
+    set_source_files_properties(
+        Halvora/types/Round.cpp
+        PROPERTIES COMPILE_OPTIONS "-msse2;-mfpmath=sse"
+    )
+endif()
 target_link_options(
     HalvTypes
     PRIVATE

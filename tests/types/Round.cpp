@@ -6,8 +6,11 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <cstdint>
+#include <cstdlib>
 #include <limits>
 #include <random>
+#include <string>
 
 using namespace Halvora;
 
@@ -52,6 +55,13 @@ Real stored(Real result) {
     return std::isnan(result) ? Real(nan) : inMemory;
 }
 
+// As the C library of the ARM target has it.
+double powerOfTen(std::int64_t exponent) {
+    double const nearest = std::strtod(("1e" + std::to_string(exponent)).c_str(), nullptr);
+    bool const above = exponent == 23 || exponent == 126 || exponent == 210;
+    return above ? std::nextafter(nearest, infinity) : nearest;
+}
+
 template <typename Real>
 void expectRounding(Real value, int digits) {
     auto const convert = [](Real x) {
@@ -59,10 +69,10 @@ void expectRounding(Real value, int digits) {
         return static_cast<int>(std::isnan(x) ? 0 : std::clamp<double>(whole, INT_MIN, INT_MAX));
     };
     auto const round = [](Real x) { return stored(std::floor(stored(x + Real(0.5)))); };
-    auto const scale = [](Real x, double by) {
-        return stored(Real(stored(x * std::pow(10.0, by))));
+    auto const scale = [](Real x, std::int64_t by) {
+        return stored(Real(stored(x * powerOfTen(by))));
     };
-    Real const scaled = scale(value, digits), back = scale(round(scaled), -1.0 * digits);
+    Real const scaled = scale(value, digits), back = scale(round(scaled), -std::int64_t(digits));
     SCOPED_TRACE(::testing::Message() << std::hexfloat << value << " to " << digits);
     EXPECT_EQ(convert(value), Round::convert(value));
     EXPECT_EQ(convert(scaled), Round::convert(value, digits));
@@ -74,7 +84,7 @@ template <typename Real>
 void expectRoundingOfMany() {
     for (double const edge : {0.0, 0.5, 8388609.0, 2147483646.5, 2147483647.5, 2147483648.5, 3e38,
                               1e308, 1e-45, 5e-324, infinity, nan}) {
-        for (int const digits : {INT_MIN, -400, -309, -1, 0, 1, 9, 308, 324, INT_MAX}) {
+        for (int const digits : {INT_MIN, -309, -126, -23, -1, 0, 9, 22, 210, 308, 324, INT_MAX}) {
             expectRounding(static_cast<Real>(edge), digits);
             expectRounding(static_cast<Real>(-edge), digits);
         }
