@@ -13,17 +13,23 @@ public:
     // The handler is called before anything is thrown.
     explicit Endings(int status) {
         ms_status = status;
-        std::set_new_handler([] { end("There is not enough memory.\n"); });
+        std::set_new_handler([] { end(ms_noMemory); });
     }
 
     ~Endings() {
         if (!std::cout.flush()) {
-            end("Standard output cannot be written.\n");
+            end(ms_noOutput);
         }
     }
 
     Endings(Endings const&) = delete;
     Endings& operator=(Endings const&) = delete;
+
+    // Other sentences, literals with their line ends.
+    static void say(char const* noMemory, char const* noOutput) {
+        ms_noMemory = noMemory;
+        ms_noOutput = noOutput;
+    }
 
 private:
     [[noreturn]] static void end(char const* sentence) {
@@ -32,4 +38,6 @@ private:
     }
 
     inline static int ms_status = 0;
+    inline static char const* ms_noMemory = "There is not enough memory.\n";
+    inline static char const* ms_noOutput = "Standard output cannot be written.\n";
 };

@@ -121,8 +121,27 @@ set(text [=[\u007f\"\\\u000a😀𐀀\udc00\ud800\u009bé€\ud800\udbff]=])
 string(REGEX REPLACE "\\\\ud[89b-f][0f][0f]" "�" json_text "${text}")
 expect(0 "offset 0 (0x0): raw, 32 bytes\n  text  \"${text}\"\n  units 15\n" "^$"
     --kind raw characters)
-expect(0 "{\"offset\":0,\"kind\":\"raw\",\"size\":32,\"length\":15,\"text\":\"${json_text}\"}\n" "^$"
-    --kind raw --json characters)
+set(units "127,34,92,10,55357,56832,55296,56320,56320,55296,155,233,8364,55296,56319")
+expect(0 "{\"offset\":0,\"kind\":\"raw\",\"size\":32,\"length\":15,\"text\":\"${json_text}\",\"units\":[${units}]}\n"
+    "^$" --kind raw --json characters)
+execute_process(
+    COMMAND sh -c "if command -v jq >/dev/null; then \"$@\" | jq -c '[(.text | length), .units[7]]'; else echo '[13,56320]'; fi"
+        sh ${PROGRAM} --kind raw --json ${WORK_DIR}/characters
+    OUTPUT_VARIABLE text
+)
+if(NOT text STREQUAL "[13,56320]\n")
+    message(SEND_ERROR "jq reads ${text}")
+endif()
+
+# What turns text around, and what else a terminal obeys, in texts and in names of files.
+write_bytes(${WORK_DIR}/direction "05 00 2E 20 1C 06 69 20 0E 20 28 20")
+set(text [=[\u202e\u061c\u2069\u200e\u2028]=])
+expect(0 "offset 0 (0x0): raw, 12 bytes\n  text  \"${text}\"\n  units 5\n" "^$" --kind raw direction)
+expect(0 "{\"offset\":0,\"kind\":\"raw\",\"size\":12,\"length\":5,\"text\":\"${text}\"}\n" "^$"
+    --kind raw --json direction)
+string(ASCII 27 226 128 174 194 155 steering)
+expect(1 "" "\n  file:  \\\\u202e \nmissing" --kind raw "${steering}")
+expect(1 "" "\"\\\\u001b\\\\u202e\\\\u009b\"" --kind raw --json "${steering}")
 
 # A default slot has room for the longest text. Records that lie across many blocks of the file.
 string(REPEAT "2E 00 " 510 dots)
@@ -145,6 +164,51 @@ expect(0 "{\"offset\":9226,\"kind\":\"raw\",\"size\":2,\"length\":0,\"text\":\"\
 configure_file(${WORK_DIR}/raw ${WORK_DIR}/input COPYONLY)
 expect(0 "${raw_0}${raw_4}" "^$" --kind raw --json)
 expect(0 "${raw_4}" "^$" --kind raw --json --offset 4 -)
+
+# Hexadecimal dumps: where errors are and why, then where records are.
+function(expect_dump seen dump)
+    file(WRITE ${WORK_DIR}/dump "${dump}")
+    execute_process(
+        COMMAND ${PROGRAM} --kind raw --hex ${ARGN} ${WORK_DIR}/dump
+        OUTPUT_VARIABLE text
+        ERROR_VARIABLE text
+    )
+    string(REGEX MATCHALL "(offset|line|reason)[ :]+[^ \n]+( [a-z]+)?" text "${text}")
+    if(NOT text STREQUAL seen)
+        message(SEND_ERROR "${ARGN}, of\n${dump}has to give\n${seen}, not\n${text}")
+    endif()
+endfunction()
+set(three "offset 0;offset 4;offset 6")
+expect_dump("${three}" "00000000: 0100 6100 0000 0100 6300            ..a.....c.\n")
+expect_dump("${three}" "00000000: 01006100 00000100\r\n\r\n00000008: 6300\n")
+expect_dump("${three}" "000000 01 00 61 00 00 00 01 00  >..a.....<\n000008 63 00\n00000a\n")
+expect_dump("${three}" "00000000  01 00 61 00 00 00  01 00 63 00  |..a.....c.|\n0000000a\n")
+expect_dump("offset 281474976710652;offset 281474976710656"
+    "000000 01 00 61 00\n*\n1000000000000 00 00\n1000000000002\n" --offset 0xfffffffffffc)
+set(gaps "10: 0100 6100\n20: 0200\n2a: 0000 0000\n")
+expect_dump("offset 16;offset: 20" "${gaps}")
+expect_dump("offset 16;offset: 20;offset: 32;offset: 36;offset 44" "${gaps}" --stride 4)
+foreach(dump IN ITEMS "0000000 000001" "0000000 01 00" "48656c6c6f" "8000000000000000: 00")
+    expect_dump("line: 1;reason: an address" "${dump}")
+endforeach()
+expect_dump("offset 0;line: 2;reason: an address" "0: 0100 6100\n2: 00\n")
+expect_dump("line: 2;reason: an address" "000000 01 00\n000003 00\n")
+expect_dump("line: 1;reason: bytes that" "00000000: 61000001          ...a\n")
+expect_dump("line: 1;reason: a line" " 01 00\n")
+expect_dump("line: 1;reason: not bytes" "000000 0100 6100\n")
+expect_dump("line: 3;reason: nothing tells" "0: 01\n*\n*\n")
+
+# Far into a file that is longer than anybody would wait for.
+execute_process(
+    COMMAND sh -c "truncate -s 1T sparse && cat raw >>sparse && ulimit -t 5 && \"$@\"" sh
+        ${PROGRAM} --kind raw --json --offset 1099511627776 sparse
+    WORKING_DIRECTORY ${WORK_DIR}
+    OUTPUT_VARIABLE seeks
+)
+file(REMOVE ${WORK_DIR}/sparse)
+if(NOT seeks MATCHES "^{\"offset\":1099511627776,[^\n]*\n[^\n]*\n$")
+    message(SEND_ERROR "behind 1 TiB it reads ${seeks}")
+endif()
 
 # A stride goes on behind a damaged record, and may be smaller than the records.
 write_bytes(${WORK_DIR}/impossible "01 00 61 00 FF FF FF FF 00 00")
@@ -186,27 +250,46 @@ if(NOT result EQUAL 1 OR NOT errors MATCHES "^unwritable \\(-6\\): ")
 endif()
 
 # Usage.
-execute_process(COMMAND ${PROGRAM} --help OUTPUT_VARIABLE help RESULT_VARIABLE result)
-foreach(option IN ITEMS kind offset stride capacity count json)
+expect(0 "halv-inspect (HalvTypes) 3.0.0.39686 (release-dev)\n" "^$" --version)
+execute_process(COMMAND ${PROGRAM} -h OUTPUT_VARIABLE help RESULT_VARIABLE result)
+foreach(option IN ITEMS kind offset stride capacity count hex json help version)
     if(NOT result EQUAL 0 OR NOT help MATCHES " --${option} ")
-        message(SEND_ERROR "--help ends with ${result} and does not tell --${option}:\n${help}")
+        message(SEND_ERROR "-h ends with ${result} and does not tell --${option}:\n${help}")
     endif()
 endforeach()
 foreach(
     wrong IN ITEMS
-    ""
-    "--kind"
-    "--kind;text;raw"
-    "--kind;packed;--capacity;1;packed"
-    "--kind;slot;--capacity;65536;slot"
-    "--kind;raw;--stride;0;raw"
-    "--kind;raw;--offset;-1;raw"
-    "--kind;raw;--offset=;raw"
-    "--kind;raw;--offset;0x;raw"
-    "--kind;raw;--offset;1k;raw"
-    "--kind;raw;--count;0x8000000000000000;raw"
-    "--kind;raw;--color;raw"
-    "--kind;raw;raw;raw"
+    "22"
+    "21;--kind"
+    "22;--kind;text;raw"
+    "24;--kind;packed;--capacity;1;packed"
+    "23;--kind;slot;--capacity;65536;slot"
+    "23;--kind;raw;--stride;0;raw"
+    "23;--kind;raw;--offset;-1;raw"
+    "23;--kind;raw;--offset=;raw"
+    "23;--kind;raw;--offset;0x;raw"
+    "23;--kind;raw;--offset;1k;raw"
+    "23;--kind;raw;--count;0x8000000000000000;raw"
+    "20;--kind;raw;--color;raw"
+    "20;--kind;raw;-x;raw"
+    "25;--kind;raw;raw;raw"
 )
-    expect(2 "" "--help" ${wrong})
+    list(POP_FRONT wrong code)
+    expect(2 "" "^[a-zA-Z]+ \\(-${code}\\): [^\n]+\n.*--help" ${wrong})
+    expect(2 "" "^{\"chain\":\\[{\"code\":-${code},[^\n]+\n$" --json ${wrong})
+endforeach()
+
+# What completion makes of the last word.
+set(complete [=[. $0; COMP_WORDS=(x $1); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _halv_inspect; echo ${COMPREPLY[*]}]=])
+set(completion ${CMAKE_CURRENT_LIST_DIR}/../../tools/inspect/halv-inspect.bash)
+foreach(row IN ITEMS "--j:--json" "--kind ra:raw raw-slot" "--kind = pa:packed" "--offset 1:" "cha:characters")
+    string(REGEX MATCH "^(.*):(.*)$" row "${row}")
+    execute_process(
+        COMMAND bash -c "${complete}" ${completion} ${CMAKE_MATCH_1}
+        WORKING_DIRECTORY ${WORK_DIR}
+        OUTPUT_VARIABLE words
+    )
+    if(NOT words STREQUAL "${CMAKE_MATCH_2}\n")
+        message(SEND_ERROR "${row} becomes ${words}")
+    endif()
 endforeach()

@@ -2,14 +2,19 @@
 
 #include <iosfwd>
 
+#include <Halvora/error/HLVError.h>
+
 #include "Record.h"
 
-// Texts are quoted as in JSON and written as UTF-8: surrogates in pairs become the character that
-// they stand for, control characters \u escapes.
+// Everything is UTF-8. Control characters, and marks that change the direction of text, are written
+// as \u escapes: nothing that was read steers a terminal.
 
-// A few lines for a reader. Lone surrogates are \u escapes too.
+// A few lines for a reader. Texts are quoted as in JSON, with lone surrogates as \u escapes too.
 void printText(std::ostream& stream, Kind const& kind, Record const& record);
+void printText(std::ostream& stream, Halvora::HLVError const& error);
 
-// A JSON object in one line. "offset" and "size" count bytes, "length" counts code units.
-// A lone surrogate becomes U+FFFD, since most readers of JSON refuse it.
+// A JSON object in one line. "offset" and "size" count bytes, "length" counts code units. Readers
+// of JSON disagree on lone surrogates: U+FFFD stands for each, and all code units follow as
+// "units".
 void printJson(std::ostream& stream, Kind const& kind, Record const& record);
+void printJson(std::ostream& stream, Halvora::HLVError const& error);

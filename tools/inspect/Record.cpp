@@ -28,15 +28,6 @@ constexpr Kind kinds[] = {
     throw HLVErrorException(HLVError::create(code, offset, found, wanted), "");
 }
 
-// Fewer bytes are refused.
-std::string_view wholeAt(Input& input, std::uint64_t offset, std::size_t size) {
-    std::string_view const bytes = input.at(offset, size);
-    if (bytes.size() < size) {
-        refuse(truncated, offset, bytes.size(), size);
-    }
-    return bytes;
-}
-
 void load(Kind const& kind, char const* bytes, Record& record) {
     if (kind.maxLength == 0) {
         record.id = Binary16(bytes, sizeof record.id);
@@ -59,21 +50,42 @@ Kind const* findKind(std::string_view name) {
     return found == std::end(kinds) ? nullptr : found;
 }
 
-Record readRecord(Input& input, Kind const& kind, std::size_t capacity, std::uint64_t offset) {
-    std::size_t const head = kind.idSize + (kind.maxLength == 0 ? 0 : sizeof(unsigned short));
-    std::size_t const room = kind.isSlot ? std::min(capacity, kind.maxLength) : kind.maxLength;
+// Fewer bytes are refused.
+std::string_view RecordReader::wholeAt(std::uint64_t offset, std::size_t size) {
+    std::string_view const bytes = m_input.at(offset, size);
+    if (bytes.size() < size) {
+        refuse(m_input.next() != 0 ? gap : truncated, offset, bytes.size(), size);
+    }
+    return bytes;
+}
+
+// Whether `bytes`, a slot's at the offset, are fill from `start` on. Slots may overlap: each byte
+// is looked at once.
+bool RecordReader::isFillIntact(std::uint64_t offset, std::string_view bytes, std::size_t start) {
+    auto const seen = static_cast<std::size_t>(std::max(offset, m_scannedEnd) - offset);
+    std::size_t const last =
+        bytes.substr(std::min(seen, bytes.size())).find_last_not_of(m_kind.fill);
+    if (last != std::string_view::npos) {
+        m_otherEnd = offset + seen + last + 1;
+    }
+    m_scannedEnd = std::max(m_scannedEnd, offset + bytes.size());
+    return m_otherEnd <= offset + start;
+}
+
+Record RecordReader::read(std::uint64_t offset) {
+    std::size_t const head = m_kind.idSize + (m_kind.maxLength == 0 ? 0 : sizeof(unsigned short));
+    std::size_t const room =
+        m_kind.isSlot ? std::min(m_capacity, m_kind.maxLength) : m_kind.maxLength;
     unsigned short length = 0;
-    std::memcpy(&length, wholeAt(input, offset, head).data() + kind.idSize, head - kind.idSize);
+    std::memcpy(&length, wholeAt(offset, head).data() + m_kind.idSize, head - m_kind.idSize);
     if (length > room) {
         refuse(impossible, offset, length, room);
     }
-    std::size_t const size = head + 2 * (kind.isSlot ? capacity : length);
-    std::string_view const bytes = wholeAt(input, offset, size);
     Record record;
     record.offset = offset;
-    record.size = size;
-    std::string_view const fill = bytes.substr(head + 2u * length);
-    record.isFillIntact = fill.find_first_not_of(kind.fill) == std::string_view::npos;
-    load(kind, bytes.data(), record);
+    record.size = head + 2 * (m_kind.isSlot ? m_capacity : length);
+    std::string_view const bytes = wholeAt(offset, record.size);
+    record.isFillIntact = !m_kind.isSlot || isFillIntact(offset, bytes, head + 2u * length);
+    load(m_kind, bytes.data(), record);
     return record;
 }

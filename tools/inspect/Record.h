@@ -33,6 +33,23 @@ struct Record {
     bool isFillIntact = true;
 };
 
-// The record at an offset; `capacity` is that of a slot, in code units. One that is cut short, or
-// announces more than there can be, is refused with ERR_OUT_OF_RANGE and its offset.
-Record readRecord(Input& input, Kind const& kind, std::size_t capacity, std::uint64_t offset);
+// Reads records of one kind; `capacity` is that of a slot, in code units.
+class RecordReader {
+public:
+    RecordReader(Input& input, Kind const& kind, std::size_t capacity)
+        : m_input(input), m_kind(kind), m_capacity(capacity) {}
+
+    // The record at an offset, not smaller than the one before. One that is cut short, or announces
+    // more than there can be, is thrown as a HLVErrorException with its offset.
+    Record read(std::uint64_t offset);
+
+private:
+    std::string_view wholeAt(std::uint64_t offset, std::size_t size);
+    bool isFillIntact(std::uint64_t offset, std::string_view bytes, std::size_t start);
+
+    Input& m_input;
+    Kind const& m_kind;
+    std::size_t m_capacity;
+    std::uint64_t m_scannedEnd = 0; // of the bytes that were looked at for the fill ...
+    std::uint64_t m_otherEnd = 0;   // ... and of the last one among them that is no fill
+};
