@@ -89,21 +89,25 @@ install(
     COMPONENT development
 )
 
-# Each major version has printers of its own.
-set(gdb_home halvtypes${PROJECT_VERSION_MAJOR}/gdb)
-set(gdb_component development)
+# Each major version has printers of its own: a face for each debugger, and what both show.
+set(debuggers_home halvtypes${PROJECT_VERSION_MAJOR})
+set(debuggers_component development)
 if(HALVTYPES_SHARED)
-    set(gdb_component runtime)
+    set(debuggers_component runtime)
 endif()
-install(
-    FILES tools/gdb/halvtypes.py
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/${gdb_home}
-    COMPONENT ${gdb_component}
-)
+foreach(file IN ITEMS halvtypes_layouts.py gdb/halvtypes.py lldb/halvtypes_lldb.py)
+    cmake_path(GET file PARENT_PATH folder)
+    install(
+        FILES tools/${file}
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/${debuggers_home}/${folder}
+        COMPONENT ${debuggers_component}
+    )
+endforeach()
 if(HALVTYPES_SHARED)
     # GDB runs <its data folder>/auto-load/<full path of a library>-gdb.py when it loads the library.
-    # The prefix in that path is the one given when installing. The build folder's library has such
-    # a file beside it.
+    # The prefix in that path is the one given when installing: for a library that was moved, or
+    # lies in a copy of a device's files, the same text lies in its debug information. The build
+    # folder's library has such a file beside it.
     set(gdb_loader $<TARGET_FILE_NAME:HalvTypes>-gdb.py)
     set(gdb_library_dir ${CMAKE_INSTALL_LIBDIR})
     if(NOT IS_ABSOLUTE ${gdb_library_dir})
@@ -120,6 +124,13 @@ if(HALVTYPES_SHARED)
         OUTPUT $<TARGET_FILE_DIR:HalvTypes>/${gdb_loader}
         INPUT tools/gdb/auto-load.py
     )
-    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/halvtypes${PROJECT_VERSION_MAJOR})
-    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/tools/gdb ${PROJECT_BINARY_DIR}/${gdb_home} SYMBOLIC)
+    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/${debuggers_home})
+    foreach(name IN ITEMS gdb lldb halvtypes_layouts.py)
+        file(
+            CREATE_LINK
+            ${PROJECT_SOURCE_DIR}/tools/${name}
+            ${PROJECT_BINARY_DIR}/${debuggers_home}/${name}
+            SYMBOLIC
+        )
+    endforeach()
 endif()

@@ -22,6 +22,12 @@ look noErrors
 look list
 look version
 look fullVersion
+look *exception
+look plainException
+look *position
+look *endPosition
+look view
+look textView
 
 echo \n# at most four\n
 set print elements 4
@@ -30,6 +36,7 @@ look longText
 look overlongVarChar
 look deep
 look arrays[13]
+look fullVersion
 
 echo \n# hexadecimal\n
 output/x arrays[10]
@@ -64,3 +71,9 @@ look cutList
 look wildEntry
 look wildList
 look wildVersion
+look *wildIterator
+look wildView
+
+echo \n# by address\n
+halvtypes HLVArray &arrays[10]
+halvtypes Halvora::HLVError holder.m_error

@@ -1,11 +1,14 @@
-// Objects for a debugger to look at: all of them stand when `ready` is called.
+// Objects for a debugger to look at: all of them stand when `ready` is called, some damaged as by a
+// bug whose trace is to be read. Compiled with access to their members.
 #include <Halvora/Halvora.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 using namespace Halvora;
 using Param = HLVError::Param;
+using List = HLVError::List;
 
 extern "C" void ready() {
     std::abort();
@@ -35,8 +38,53 @@ Param params[] = {Param(true), Param(short{-2}), Param(3U),  Param(-4LL), Param(
 Param wildParam(id), wildParamText(wide);
 
 HLVError::Holder noError, holder, deep, looped, cut, wildHolder;
-HLVError::List noErrors, list, loopedList, cutList, wildEntry, wildList;
+List noErrors, list, loopedList, cutList, wildEntry, wildList;
 KrVersion version(3, 1), fullVersion(HalvTypes::ms_Version), wildVersion(1, 2, 3, 4);
+
+HLVErrorException* exception;
+Exception plainException(-7, "message", "here");
+List::iterator *position, *wildIterator;
+List::const_iterator* endPosition;
+ArrayView<int> view, wildView;
+ArrayView<std::wstring> textView;
+
+// In both standard libraries the second word of a long text is its length, the first two words of a
+// list and of its nodes are the links, which lie before the entry.
+void*& word(void* object, int number) {
+    return static_cast<void**>(object)[number];
+}
+
+template <typename T>
+void fill(T& object) {
+    std::memset(static_cast<void*>(&object), 0xFF, sizeof object);
+}
+
+void damage() {
+    auto const wild = reinterpret_cast<HLVError*>(8);
+    word(&longText, 1) = reinterpret_cast<void*>(0x7FFFFFFF);
+    fill(wildText);
+    fill(wildRes2.m_text);
+    fill(wildParamText.m_dataString);
+    fill(wildVersion.m_strBuildDate);
+    fill(static_cast<std::wstring*>(wildTexts.m_data)[1]);
+    overlongRes.m_length = 129;
+    overlongVarChar.m_length = 65535;
+    wildParam.m_type = wildType.m_type = static_cast<eDataType>(99);
+    wildCount.m_count = 65535;
+    wildData.m_data = wildHolder.m_error = wild;
+
+    HLVError* const second = looped.m_error->m_precedingError;
+    second->m_precedingError->m_precedingError = second;
+    cut.m_error->m_params[0] = reinterpret_cast<Param*>(wild);
+    cut.m_error->m_precedingError->m_precedingError = wild;
+    for (int link : {0, 1}) {
+        word(word(loopedList.m_entries, link), link) = word(loopedList.m_entries, link);
+        word(word(cutList.m_entries, link), link) = wild;
+    }
+    word(word(wildEntry.m_entries, 0), 2) = wild;
+    word(&wildList.m_entries, 0) = word(&wildIterator->m_position, 0) = wild;
+    wildView = ArrayView<int>(reinterpret_cast<int*>(wild), 0xFFFFFFFF);
+}
 
 int main() {
     holder.prependError(-3, new Param("base"));
@@ -46,9 +94,16 @@ int main() {
     for (int code = -100000; code < 0; ++code) {
         deep.prependError(code);
     }
-    for (HLVError::List* target : {&list, &loopedList, &cutList, &wildEntry}) {
+    for (List* target : {&list, &loopedList, &cutList, &wildEntry}) {
         target->add(HLVError::copy(holder.getError()));
     }
     list.add(new HLVError(9));
+    exception = new HLVErrorException(HLVError::copy(holder.getError()), "here");
+    position = new List::iterator(list.begin());
+    wildIterator = new List::iterator(*position);
+    endPosition = new List::const_iterator(list.end());
+    view = viewOf<int>(arrays[10]);
+    textView = viewOf<std::wstring>(arrays[13]);
+    damage();
     ready();
 }
