@@ -129,3 +129,11 @@ target_link_options(
 )
 halvtypes_harden(HalvTypes)
 halvtypes_warnings(HalvTypes)
+
+# The assembler puts a text for GDB into the library.
+set_source_files_properties(
+    Halvora/Abi.cpp
+    PROPERTIES
+        COMPILE_OPTIONS -Wa,-I${PROJECT_SOURCE_DIR}/tools/gdb
+        OBJECT_DEPENDS ${PROJECT_SOURCE_DIR}/tools/gdb/auto-load.py
+)

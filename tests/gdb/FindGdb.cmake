@@ -14,3 +14,30 @@ else()
     message("SKIPPED: needs ${GDB} with Python; Debian's package has it")
     set(gdb)
 endif()
+
+# Installs what the library needs to run and to be shown; leaves the library's path in `library`.
+macro(install_runtime root prefix)
+    execute_process(
+        COMMAND
+            ${CMAKE_COMMAND} -E env DESTDIR=${root} ${CMAKE_COMMAND} --install ${BUILD} --prefix
+            ${prefix} --component runtime
+        OUTPUT_QUIET
+        COMMAND_ERROR_IS_FATAL ANY
+    )
+    file(GLOB_RECURSE library ${root}${prefix}/lib*/libHalvTypes.so.*.*)
+endmacro()
+
+# Moves the debug information of a library into a folder beside it, as distributions do.
+macro(split_debug library)
+    cmake_path(GET library PARENT_PATH folder)
+    file(MAKE_DIRECTORY ${folder}/.debug)
+    set(debug ${folder}/.debug/libHalvTypes.debug)
+    execute_process(
+        COMMAND ${OBJCOPY} --only-keep-debug ${library} ${debug}
+        COMMAND_ERROR_IS_FATAL ANY
+    )
+    execute_process(
+        COMMAND ${OBJCOPY} --strip-all --add-gnu-debuglink=${debug} ${library}
+        COMMAND_ERROR_IS_FATAL ANY
+    )
+endmacro()

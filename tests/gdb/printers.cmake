@@ -1,9 +1,11 @@
-# Runs the program in GDB, damages some of its objects, prints all of them, and compares that with
-# what is expected. In an emulator the same is done once more with the core that the program leaves.
+# Runs the program in GDB, prints its objects, and compares that with what is expected. In an emulator
+# the library lies in a copy of a device's files, stripped; there the same is done once more with the
+# core that the program leaves.
 #   cmake -D GDB=<its name> -D PROGRAM=<program> -D LIBRARY_DIR=<folder of the library>
 #         -D WORK=<folder to work in>
 #         [-D PRINTERS=<file>]                  sourced, instead of what the library brings along
-#         [-D EMULATOR=<command, a list> -D SYSROOT=<folder>]
+#         [-D EMULATOR=<command, a list> -D SYSROOT=<folder> -D OBJCOPY=<its path>
+#          -D BUILD=<build folder>]
 #         -P printers.cmake
 set(here ${CMAKE_CURRENT_LIST_DIR})
 include(${here}/FindGdb.cmake)
@@ -11,10 +13,20 @@ if(NOT gdb)
     return()
 endif()
 
+file(REMOVE_RECURSE ${WORK})
+file(MAKE_DIRECTORY ${WORK})
+set(trusted ${LIBRARY_DIR})
+if(EMULATOR)
+    set(trusted ${WORK}/root)
+    install_runtime(${trusted} /usr)
+    split_debug(${library})
+    file(CREATE_LINK ${SYSROOT}/lib ${trusted}/lib SYMBOLIC)
+    list(APPEND gdb -iex "set sysroot ${trusted}")
+endif()
 if(PRINTERS)
     list(APPEND gdb -iex "source ${PRINTERS}")
 else()
-    list(APPEND gdb -iex "add-auto-load-safe-path ${LIBRARY_DIR}")
+    list(APPEND gdb -iex "add-auto-load-safe-path ${trusted}")
 endif()
 set(print
     -ex "set logging file printed"
@@ -57,23 +69,17 @@ macro(expect_printed)
     file(REMOVE ${WORK}/printed)
 endmacro()
 
-file(REMOVE_RECURSE ${WORK})
-file(MAKE_DIRECTORY ${WORK})
 if(NOT EMULATOR)
-    run(COMMAND ${gdb} -ex "break ready" -ex run -x ${here}/damage.gdb ${print} ${PROGRAM})
+    run(COMMAND ${gdb} -ex "break ready" -ex run ${print} ${PROGRAM})
     expect_printed()
     return()
 endif()
 
-list(
-    APPEND gdb
-    -iex "set sysroot ${SYSROOT}"
-    -iex "set solib-search-path ${LIBRARY_DIR}"
-)
 run(
-    COMMAND sh -c "ulimit -c unlimited && exec \"$@\"" sh ${EMULATOR} -g ./socket ${PROGRAM}
     COMMAND
-        ${gdb} -x ${here}/remote.gdb -ex "break ready" -ex continue -x ${here}/damage.gdb ${print}
+        sh -c "ulimit -c unlimited && exec \"$@\"" sh ${EMULATOR} -L ${trusted} -g ./socket ${PROGRAM}
+    COMMAND
+        ${gdb} -x ${here}/remote.gdb -ex "break ready" -ex continue ${print}
         -ex "handle SIGABRT nostop noprint pass" -ex continue ${PROGRAM}
 )
 expect_printed()
