@@ -124,6 +124,23 @@ need() {
     apt -y --no-install-recommends install "${missing[@]}"
 }
 
+# unpack <folder> <package>...: what Debian's packages hold, without installing them
+unpack() {
+    local folder=$1
+    shift
+    rm -rf "$folder"
+    mkdir -p "$folder"
+    say "fetching $*"
+    (
+        cd "$folder" || exit 1
+        fetch() { apt-get -qq -o APT::Sandbox::User="$(id -un)" download "$@"; }
+        fetch "$@" 2>/dev/null || { update_package_lists && fetch "$@"; } || exit 1
+        for package in ./*.deb; do
+            dpkg -x "$package" . && rm "$package" || exit 1
+        done
+    )
+}
+
 # What some tests read, compare with or run. They are skipped where it cannot be had.
 want_for_tests() { # <preset>
     local gdb=gdb
