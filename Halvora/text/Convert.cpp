@@ -8,11 +8,13 @@
 
 #include <Halvora/text/detail/Encoding.h>
 #include <Halvora/types/detail/Hex.h>
+#include <Halvora/types/detail/Loaded.h>
 
 namespace Halvora {
 
 std::string const Convert::ms_strTrim = " \t\r\n";
-std::wstring const Convert::ms_wstrTrim = L" \t\r\n";
+std::wstring const Convert::ms_wstrTrim = detail::loaded(
+    [] { return std::wstring(L" \t\r\n"); }); // longer than what a string may hold itself
 
 namespace {
 

@@ -8,6 +8,7 @@
 
 #include <Halvora/text/Convert.h>
 #include <Halvora/text/detail/Encoding.h>
+#include <Halvora/types/detail/Loaded.h>
 
 namespace Halvora {
 
@@ -16,7 +17,8 @@ namespace Halvora {
 ResString const ResString::EMPTY;
 std::string const ResString::DummyTranslator::ms_strLanguage;
 // This pointer keeps it in sight of leak checkers once another one is installed.
-[[gnu::used]] static ITranslator const* const defaultTranslator = new ResString::DummyTranslator;
+[[gnu::used]] static ITranslator const* const defaultTranslator =
+    detail::loaded([] { return new ResString::DummyTranslator; });
 ITranslator const* ResString::ms_pMainTranslator = defaultTranslator;
 
 namespace {

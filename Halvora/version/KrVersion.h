@@ -104,6 +104,8 @@ public:
     bool operator!=(KrVersion const& other) const noexcept { return !(*this == other); }
 
 private:
+    friend class HalvTypes; // which keeps the library's record
+
     unsigned int m_nMajor = 0;
     unsigned int m_nProductMajor = 0;
     unsigned int m_nMinor = 0;

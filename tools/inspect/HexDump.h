@@ -26,7 +26,7 @@ private:
     void takePlace(std::string_view address, bool isXxd, bool isEnd);
     void takeGroups(std::string_view rest);
     void takeBytes(std::string_view rest);
-    void takeByte(std::string_view digits);
+    void takeByte(std::string_view byte);
     Block repeated();
     [[noreturn]] void refuse(char const* reason) const;
 

@@ -78,3 +78,20 @@ TEST(StartStop, theStaticsComeUpInOrderGoDownInReverseAndLeaveOnlyTheDefaultTran
     }
     EXPECT_EQ(before, liveBlocks());
 }
+
+TEST(StartStop, aLackOfMemoryEndsTheProcessWithASentence) {
+    auto const load = [](long failing) {
+        failAllocation(failing);
+        dlopen(HALVTYPES_LIBRARY, RTLD_NOW);
+        std::_Exit(0);
+    };
+    long const before = allocations();
+    void* const library = dlopen(HALVTYPES_LIBRARY, RTLD_NOW);
+    long const needed = allocations() - before;
+    EXPECT_EQ(0, dlclose(library));
+    for (long failing = 1; failing <= needed; ++failing) {
+        EXPECT_EXIT(load(failing), testing::ExitedWithCode(127),
+                    "^libHalvTypes.*enough memory.*\n$");
+    }
+    EXPECT_EXIT(load(needed + 1), testing::ExitedWithCode(0), "^$");
+}
