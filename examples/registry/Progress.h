@@ -35,8 +35,10 @@ public:
         m_next = now + std::chrono::milliseconds(100);
         m_isShown = true;
         std::cerr << "\rreading: " << lines << " lines";
-        if (bytes > 0 && bytes <= m_size) {
+        if (bytes <= m_size) {
             std::cerr << ", " << 100 * bytes / m_size << " %";
+        } else {
+            std::cerr << ", " << (bytes >> 20) << " MiB";
         }
         std::cerr << std::flush;
     }

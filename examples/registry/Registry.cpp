@@ -1,8 +1,10 @@
 #include "Registry.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
+#include <istream>
 #include <iterator>
 #include <string_view>
 
@@ -12,9 +14,10 @@ using namespace Halvora;
 
 namespace {
 
-constexpr unsigned int maxRecords = 65535;    // what an array holds
-constexpr std::size_t maxRecordLength = 4096; // bytes
-constexpr std::uint64_t maxForeign = 1000;    // refusals; who has no record before them has none
+constexpr unsigned int maxRecords = 65535;                   // what an array holds
+constexpr std::size_t maxRecordLength = 4096;                // bytes
+constexpr std::size_t maxLineLength = std::size_t(16) << 20; // bytes; a file of more has no end
+constexpr std::uint64_t maxForeign = 1000; // refusals; who has no record before them has none
 
 constexpr std::string_view heading[] = {"Registry", "Assignment", "Organization Name",
                                         "Organization Address"};
@@ -56,15 +59,40 @@ unsigned int parseAssignment(std::string_view text, Binary16& id) {
     return bits;
 }
 
+// Gives a file's bytes block by block. Before each it asks whether to go on.
+class Blocks : public std::streambuf {
+public:
+    Blocks(std::string const& fileName, std::function<bool(std::string_view)> goesOn)
+        : m_goesOn(std::move(goesOn)) {
+        m_file.open(fileName, std::ios::in | std::ios::binary);
+    }
+
+    bool isOpen() const { return m_file.is_open(); }
+
+private:
+    int_type underflow() override {
+        auto const size = m_file.sgetn(m_block.data(), m_block.size());
+        std::string_view const block(m_block.data(), static_cast<std::size_t>(size));
+        setg(m_block.data(), m_block.data(), m_block.data() + size);
+        return size != 0 && m_goesOn(block) ? traits_type::to_int_type(m_block[0])
+                                            : traits_type::eof();
+    }
+
+    std::filebuf m_file;
+    std::array<char, 0x10000> m_block;
+    std::function<bool(std::string_view)> m_goesOn;
+};
+
 // Takes the records of a file one after another.
 class Loader {
 public:
-    Loader(std::ifstream& file, std::wstring fileName, Reports& reports, Registry::Watcher watcher)
-        : m_file(file),
-          m_fileName(std::move(fileName)),
+    Loader(std::string const& fileName, Reports& reports, Registry::Watcher watcher)
+        : m_blocks(fileName, [this](std::string_view block) { return goesOnWith(block); }),
+          m_file(&m_blocks),
+          m_fileName(fromUtf8(fileName)),
           m_reports(reports),
           m_watcher(std::move(watcher)),
-          m_reader(file) {
+          m_reader(m_file) {
         m_reader.setMaxRecordLength(maxRecordLength);
         m_reader.onFault([this](CsvReader::Fault const& fault) {
             takeFault(fault);
@@ -72,7 +100,7 @@ public:
         });
     }
 
-    // Null when there were records; else why none can be had.
+    // Null when the records were read to the end; else why not.
     std::unique_ptr<HLVError> run() {
         try {
             while (m_reader.next(m_fields)) {
@@ -83,10 +111,13 @@ public:
         }
         lines.read = m_reader.counts().lines;
         lines.blank = m_reader.counts().blankLines;
-        if (!m_file.is_open() || m_hasFailed) {
+        if (!m_blocks.isOpen() || m_hasFailed) {
             return HLVError::create(unreadableFile, m_fileName);
         }
-        return records.empty() ? HLVError::create(foreignFile, m_fileName) : nullptr;
+        if (records.empty()) {
+            return HLVError::create(foreignFile, m_fileName);
+        }
+        return m_isEndless ? HLVError::create(endlessLine, m_fileName, lines.read) : nullptr;
     }
 
     Registry::LineCounts lines;
@@ -101,10 +132,17 @@ private:
         if (records.empty() && m_reports.errors() >= maxForeign) {
             throw Foreign();
         }
-        if (++m_steps % 1024 == 0) {
-            auto const position = m_file.rdbuf()->pubseekoff(0, std::ios::cur, std::ios::in);
-            m_watcher(m_reader.counts().lines, position);
-        }
+    }
+
+    bool goesOnWith(std::string_view block) {
+        auto const last = block.find_last_of("\r\n");
+        m_bytes += block.size();
+        m_lineLength =
+            last == std::string_view::npos ? m_lineLength + block.size() : block.size() - last - 1;
+        m_watcher(m_reader.counts().lines, static_cast<std::streamoff>(m_bytes));
+        // Blank lines without end are no registry either.
+        m_isEndless = (records.empty() ? m_bytes : m_lineLength) > maxLineLength;
+        return !m_isEndless;
     }
 
     template <typename... Values>
@@ -184,13 +222,16 @@ private:
         records.push_back(std::move(record));
     }
 
-    std::ifstream& m_file;
+    Blocks m_blocks;
+    std::istream m_file;
     std::wstring m_fileName;
     Reports& m_reports;
     Registry::Watcher m_watcher;
     CsvReader m_reader;
     std::vector<std::string> m_fields;
-    unsigned int m_steps = 0;
+    std::uint64_t m_bytes = 0;
+    std::uint64_t m_lineLength = 0;
+    bool m_isEndless = false;
     bool m_hasFailed = false;
 };
 
@@ -198,12 +239,11 @@ private:
 
 std::unique_ptr<HLVError> Registry::load(std::string const& fileName, Reports& reports,
                                          Watcher const& watcher) {
-    std::ifstream file(fileName, std::ios::binary);
     std::error_code ignored;
     if (std::filesystem::is_directory(fileName, ignored)) { // which some read as an empty file
         return HLVError::create(unreadableFile, fromUtf8(fileName));
     }
-    Loader loader(file, fromUtf8(fileName), reports, watcher);
+    Loader loader(fileName, reports, watcher);
     auto error = loader.run();
     if (error == nullptr) {
         m_lines = loader.lines;

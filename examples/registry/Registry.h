@@ -31,12 +31,12 @@ public:
         std::uint64_t blank = 0;
     };
 
-    // Called now and then with the lines read so far, and the bytes, -1 where nobody knows.
+    // Called now and then with the lines and bytes read so far.
     using Watcher = std::function<void(std::uint64_t lines, std::streamoff bytes)>;
 
     // Reads headings and records of four fields, of any of the registries. What cannot be taken is
     // counted in `reports`. Null when records were taken; else why not: `unreadableFile`,
-    // `foreignFile`.
+    // `foreignFile`, `endlessLine`.
     std::unique_ptr<Halvora::HLVError> load(std::string const& fileName, Reports& reports,
                                             Watcher const& watcher);
 

@@ -6,6 +6,7 @@
 
 // What this program reports. Errors are negative, warnings positive.
 enum Report : int {
+    endlessLine = -113,
     foreignFile = -112,
     unknownRegistry = -111,
     tooManyRecords = -110,
@@ -35,6 +36,7 @@ inline constexpr Halvora::CatalogueRow reportTable[] = {
      L"malformedText",                         L"Fields cannot be told apart.",
      {L"reason", L"line", L"column"}                                                                                                        },
     {badRecord,           L"badRecord",        L"A record was refused.",                                                  {L"file", L"line"}},
+    {endlessLine,         L"endlessLine",      L"A line has no end within 16 MiB.",                                       {L"file", L"line"}},
     {unreadableFile,      L"unreadableFile",   L"This file cannot be read.",                                              {L"file"}         },
     {addressCut,
      L"addressCut",                            L"Of a long address the first 128 characters are kept.",

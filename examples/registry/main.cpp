@@ -5,7 +5,7 @@
 //
 // It takes each of the registry's files: MA-L (oui.csv), MA-M (mam.csv), MA-S (oui36.csv) and IAB
 // (iab.csv). Exit status: 0; 1 when an assignment is unknown or malformed, or the file holds no
-// record of the registry; 2 when the file cannot be read, or for lack of memory.
+// record of the registry; 2 when the file cannot be read to its end, or for lack of memory.
 
 #include <chrono>
 #include <cstddef>

@@ -58,6 +58,9 @@ endforeach()
 
 # Nothing that could be taken: one sentence, and nothing else.
 set(foreign "^foreignFile \\(-112\\): [^\n]+\n  file: [^\n]+\n$")
+set(endless "^endlessLine \\(-113\\): [^\n]+\n  file: [^\n]+\n  line: 3\n$")
+string(REPEAT "x" 17000000 line)
+file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/endless.csv "MA-L,A0B1C5,x,y\nMA-L,A0B1C6,x,y\n${line}")
 set(unreadable "^unreadableFile \\(-103\\): [^\n]+\n  file: [^\n]+\n$")
 file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/empty.csv "")
 file(READ ${SOURCE_DIR}/${sample} heading LIMIT 59)
@@ -66,6 +69,8 @@ foreach(row IN ITEMS
     1:foreign:README.md
     1:foreign:CMakeLists.txt
     1:foreign:/dev/null
+    1:foreign:/dev/zero
+    2:endless:${CMAKE_CURRENT_BINARY_DIR}/endless.csv
     1:foreign:${CMAKE_COMMAND}
     1:foreign:${CMAKE_CURRENT_BINARY_DIR}/heading.csv
     2:unreadable:/
