@@ -8,6 +8,7 @@ impossible, reads <unreadable>.
 
 import re
 import struct
+from functools import lru_cache
 from itertools import islice
 
 UNREADABLE = "<unreadable>"
@@ -104,24 +105,30 @@ class Machine:
         return int.from_bytes(data, "little")
 
 
+@lru_cache(None)
+def measured(layout, pointer, strings):
+    """Where each member begins and ends, and the size of all: `member:bytes` or
+    `member:bytes*count`, where p is a pointer and s a std::basic_string."""
+    pointers, beside = STRINGS[strings]
+    sizes = {"p": pointer, "s": pointers * pointer + beside}
+    places, end, largest = {}, 0, 1
+    for member in layout.split():
+        name, _, form = member.partition(":")
+        unit, _, count = form.partition("*")
+        size = sizes.get(unit) or int(unit)
+        align = min(size, pointer) if unit in sizes else size
+        start, largest = -(-end // align) * align, max(largest, align)
+        end = start + size * int(count or 1)
+        places[name] = start, end
+    return places, -(-end // largest) * largest
+
+
 class Object:
-    """The members of an object, by the names in its layout: `member:bytes` or `member:bytes*count`,
-    where p is a pointer and s a std::basic_string."""
+    """The members of an object, by the names in its layout."""
 
     def __init__(self, machine, layout, address, data=None):
-        self.machine, self.address, self.places, self.size = machine, address, {}, 0
-        pointers, beside = STRINGS[machine.strings]
-        sizes = {"p": machine.pointer, "s": pointers * machine.pointer + beside}
-        largest = 1
-        for member in layout.split():
-            name, _, form = member.partition(":")
-            unit, _, count = form.partition("*")
-            size = sizes.get(unit) or int(unit)
-            align = min(size, machine.pointer) if unit in sizes else size
-            at, largest = -(-self.size // align) * align, max(largest, align)
-            self.size = at + size * int(count or 1)
-            self.places[name] = at, self.size
-        self.size = -(-self.size // largest) * largest
+        self.machine, self.address = machine, address
+        self.places, self.size = measured(layout, machine.pointer, machine.strings)
         self.data = machine.read(address, self.size) if data is None else data
 
     def bytes(self, member):

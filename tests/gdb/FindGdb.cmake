@@ -32,12 +32,8 @@ macro(split_debug library)
     cmake_path(GET library PARENT_PATH folder)
     file(MAKE_DIRECTORY ${folder}/.debug)
     set(debug ${folder}/.debug/libHalvTypes.debug)
-    execute_process(
-        COMMAND ${OBJCOPY} --only-keep-debug ${library} ${debug}
-        COMMAND_ERROR_IS_FATAL ANY
-    )
-    execute_process(
-        COMMAND ${OBJCOPY} --strip-all --add-gnu-debuglink=${debug} ${library}
-        COMMAND_ERROR_IS_FATAL ANY
-    )
+    foreach(options IN ITEMS "--only-keep-debug;${library};${debug}"
+                             "--strip-all;--add-gnu-debuglink=${debug};${library}")
+        execute_process(COMMAND ${OBJCOPY} ${options} COMMAND_ERROR_IS_FATAL ANY)
+    endforeach()
 endmacro()

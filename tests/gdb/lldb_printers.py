@@ -1,53 +1,46 @@
-"""Prints in LLDB what printers.gdb prints in GDB, but for GDB's own formats and character sets:
-lldb --batch -o "command script import halvtypes_lldb.py" -o "command script import <this file>" program
-"""
+"""Prints in LLDB what printers.gdb prints in GDB, but for GDB's own formats and character sets."""
 
 import os
 import re
 
 import lldb
 
-MARKS = ("hexadecimal", "in ASCII")
-
 
 def shown(value, most):
     head = value.GetSummary() or value.GetValue() or ""
     number, kind = value.GetNumChildren(), value.GetType().GetCanonicalType()
-    if number == 0 or value.GetValue() and not kind.IsReferenceType():
+    if number == 0:
         return head
-    is_array = kind.IsArrayType() or "Array" in kind.GetName()
-    parts = []
-    for i in range(min(number, most)):
-        child = value.GetChildAtIndex(i)
-        parts.append(("" if is_array else child.GetName() + " = ") + shown(child, most))
-    more = "..." if number > most else ""
-    return "%s{%s%s}" % (head and head + " = ", ", ".join(parts), more)
+    form = "{1}" if kind.IsArrayType() or "Array" in kind.GetName() else "{0} = {1}"
+    children = [value.GetChildAtIndex(i) for i in range(min(number, most))]
+    parts = ", ".join(form.format(child.GetName(), shown(child, most)) for child in children)
+    return "%s{%s%s}" % (head and head + " = ", parts, "..." if number > most else "")
+
+
+def answer(debugger, command):
+    result = lldb.SBCommandReturnObject()
+    debugger.GetCommandInterpreter().HandleCommand(command, result)
+    return result.GetOutput()
 
 
 def __lldb_init_module(debugger, _session):
-    target = debugger.GetSelectedTarget()
+    target, most = debugger.GetSelectedTarget(), 200
     target.BreakpointCreateByName("ready")
     target.LaunchSimple(None, None, os.getcwd())
-    here = os.path.dirname(os.path.abspath(__file__))
-    most, is_wanted = 200, True
-    with open(os.path.join(here, "printers.gdb")) as script, open("printed", "w") as printed:
-        for line in script:
-            title = re.match(r"echo \\n# (.*)\\n", line)
-            limit = re.match(r"set print elements (\w+)", line)
-            name = re.match(r"look (.*)", line)
-            if title:
-                is_wanted = title[1] not in MARKS
-            if title and is_wanted:
-                print("\n# " + title[1], file=printed)
-            if limit and is_wanted:
-                most = 100000 if limit[1] == "unlimited" else int(limit[1])
-                debugger.HandleCommand("settings set target.max-string-summary-length %d" % most)
-            if line.startswith("halvtypes "):
-                result = lldb.SBCommandReturnObject()
-                debugger.GetCommandInterpreter().HandleCommand(line, result)
-                print(result.GetOutput(), end="", file=printed)
-            if name and is_wanted:
-                value = target.FindFirstGlobalVariable(name[1])
-                value = value if value.IsValid() else target.EvaluateExpression(name[1])
-                print(name[1], "=", shown(value, most), file=printed)
-                debugger.HandleCommand("expression -- " + name[1])  # its own way must not fail either
+    with open(os.path.join(os.path.dirname(os.path.abspath(__file__)), "printers.gdb")) as file:
+        script = re.sub(r"(?s)echo \\n# (hexadecimal|in ASCII).*?\n\n", "", file.read())
+    with open("printed", "w") as printed:
+        for line in script.splitlines():
+            command, _, rest = line.partition(" ")
+            if command == "echo":
+                print(rest.replace("\\n", "\n"), end="", file=printed)
+            elif command == "set":
+                most = 100000 if rest.endswith("unlimited") else int(rest.split()[-1])
+                answer(debugger, "settings set target.max-string-summary-length %d" % most)
+            elif command == "halvtypes":
+                print(answer(debugger, line), end="", file=printed)
+            elif command == "look":
+                value = target.FindFirstGlobalVariable(rest)
+                value = value if value.IsValid() else target.EvaluateExpression(rest)
+                print(rest, "=", shown(value, most), file=printed)
+                print(answer(debugger, "expression -- " + rest))  # LLDB's way must not fail either

@@ -22,10 +22,10 @@ look noErrors
 look list
 look version
 look fullVersion
-look *exception
+look exception
 look plainException
-look *position
-look *endPosition
+look position
+look endPosition
 look view
 look textView
 
@@ -71,7 +71,7 @@ look cutList
 look wildEntry
 look wildList
 look wildVersion
-look *wildIterator
+look wildIterator
 look wildView
 
 echo \n# by address\n

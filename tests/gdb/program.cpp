@@ -41,12 +41,12 @@ HLVError::Holder noError, holder, deep, looped, cut, wildHolder;
 List noErrors, list, loopedList, cutList, wildEntry, wildList;
 KrVersion version(3, 1), fullVersion(HalvTypes::ms_Version), wildVersion(1, 2, 3, 4);
 
-HLVErrorException* exception;
+HLVErrorException exception(new HLVError(-8), "here");
 Exception plainException(-7, "message", "here");
-List::iterator *position, *wildIterator;
-List::const_iterator* endPosition;
-ArrayView<int> view, wildView;
-ArrayView<std::wstring> textView;
+List::iterator position, wildIterator;
+List::const_iterator endPosition;
+ArrayView<int> view(viewOf<int>(arrays[10])), wildView(reinterpret_cast<int*>(8), 0xFFFFFFFF);
+ArrayView<std::wstring> textView(viewOf<std::wstring>(arrays[13]));
 
 // In both standard libraries the second word of a long text is its length, the first two words of a
 // list and of its nodes are the links, which lie before the entry.
@@ -82,8 +82,7 @@ void damage() {
         word(word(cutList.m_entries, link), link) = wild;
     }
     word(word(wildEntry.m_entries, 0), 2) = wild;
-    word(&wildList.m_entries, 0) = word(&wildIterator->m_position, 0) = wild;
-    wildView = ArrayView<int>(reinterpret_cast<int*>(wild), 0xFFFFFFFF);
+    word(&wildList.m_entries, 0) = word(&wildIterator.m_position, 0) = wild;
 }
 
 int main() {
@@ -98,12 +97,8 @@ int main() {
         target->add(HLVError::copy(holder.getError()));
     }
     list.add(new HLVError(9));
-    exception = new HLVErrorException(HLVError::copy(holder.getError()), "here");
-    position = new List::iterator(list.begin());
-    wildIterator = new List::iterator(*position);
-    endPosition = new List::const_iterator(list.end());
-    view = viewOf<int>(arrays[10]);
-    textView = viewOf<std::wstring>(arrays[13]);
+    position = list.begin();
+    endPosition = list.end();
     damage();
     ready();
 }
