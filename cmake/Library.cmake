@@ -74,6 +74,9 @@ if(HALVTYPES_SHARED)
 else()
     include(${CMAKE_CURRENT_LIST_DIR}/Static.cmake)
 endif()
+if(HALVTYPES_SHARED AND "${CMAKE_SHARED_LINKER_FLAGS}" MATCHES "-static-libstdc\\+\\+")
+    target_sources(HalvTypes PRIVATE Halvora/OwnStandardLibrary.cpp)
+endif()
 add_library(Halvora::HalvTypes ALIAS HalvTypes)
 
 target_sources(
