@@ -199,9 +199,9 @@ def string(machine, data, address, width):
     return Text(machine, width, others[0], others[1], first)
 
 
-def units(value, length="length", member="units"):
-    data = value.bytes(member)
-    return Text(value.machine, 2, value[length], len(data) // 2, data=data)
+def units(value):
+    data = value.bytes("units")
+    return Text(value.machine, 2, value["length"], len(data) // 2, data=data)
 
 
 def both_forms(data):

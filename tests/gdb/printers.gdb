@@ -38,9 +38,15 @@ look deep
 look arrays[13]
 look fullVersion
 
-echo \n# hexadecimal\n
+echo \n# hexadecimal, and in no memory\n
 output/x arrays[10]
 echo \n
+set $copy = arrays[13]
+look $copy
+set $copy = res2WithoutId
+look $copy
+set $copy = fullVersion
+look $copy
 
 echo \n# in ASCII\n
 set print elements 200

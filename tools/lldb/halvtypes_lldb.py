@@ -34,6 +34,9 @@ NUMBERS = {
     "double": lldb.eBasicTypeDouble,
 }
 
+# An array has at most 65,535; a damaged length must not make LLDB ask for billions.
+MOST_PARTS = 1 << 17
+
 # Parts are values, and a value has a type of the program's: a part that is a text lies in an array
 # of a type that nobody else has.
 TEXT = r"^unsigned __int128 ?\[1\]\[1\]\[[0-9]+\]$"
@@ -136,17 +139,17 @@ class Parts:
         return False
 
     def fill(self, count):
-        self.parts.extend(islice(self.rest, max(0, count - len(self.parts))))
+        self.parts.extend(islice(self.rest, max(0, min(count, MOST_PARTS) - len(self.parts))))
         return len(self.parts)
 
-    def num_children(self, most=layouts.MOST_UNITS):
+    def num_children(self, most=MOST_PARTS):
         return self.own.GetNumChildren() if self.own else self.fill(most)
 
     def has_children(self):
         return self.num_children(1) > 0
 
     def get_child_index(self, name):
-        self.fill(layouts.MOST_UNITS)
+        self.fill(MOST_PARTS)
         return next((i for i, part in enumerate(self.parts) if part[0] == name), -1)
 
     def get_child_at_index(self, index):
