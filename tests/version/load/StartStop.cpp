@@ -85,13 +85,15 @@ TEST(StartStop, aLackOfMemoryEndsTheProcessWithASentence) {
         dlopen(HALVTYPES_LIBRARY, RTLD_NOW);
         std::_Exit(0);
     };
-    long const before = allocations();
-    void* const library = dlopen(HALVTYPES_LIBRARY, RTLD_NOW);
-    long const needed = allocations() - before;
-    EXPECT_EQ(0, dlclose(library));
-    for (long failing = 1; failing <= needed; ++failing) {
-        EXPECT_EXIT(load(failing), testing::ExitedWithCode(127),
-                    "^libHalvTypes.*enough memory.*\n$");
+    bool isLoaded = false;
+    auto const isEnd = [&isLoaded](int status) {
+        isLoaded = testing::ExitedWithCode(0)(status);
+        return isLoaded || testing::ExitedWithCode(127)(status);
+    };
+    long failing = 0;
+    while (!isLoaded && ++failing < 20) {
+        EXPECT_EXIT(load(failing), isEnd, "^(libHalvTypes.*enough memory.*\n)?$");
     }
-    EXPECT_EXIT(load(needed + 1), testing::ExitedWithCode(0), "^$");
+    EXPECT_GT(failing, 3); // two texts and the default translator at least
+    EXPECT_TRUE(isLoaded);
 }
