@@ -113,6 +113,26 @@ target_compile_options(
         $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>
         $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>
 )
+# Flash counts on 32-bit ARM: no copies of small functions in others, and the sources that no one
+# waits for in the size they can have.
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^arm" AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+    target_compile_options(HalvTypes PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-inline-functions;-fno-align-functions>)
+    set_property(
+        SOURCE
+            Halvora/error/Exceptions.cpp
+            Halvora/error/HLVError.cpp
+            Halvora/error/Holder.cpp
+            Halvora/error/List.cpp
+            Halvora/text/HLVString.cpp
+            Halvora/text/ITranslator.cpp
+            Halvora/text/ResString2.cpp
+            Halvora/types/HalvTypes.cpp
+            Halvora/version/KrVersion.cpp
+            Halvora/version/LibraryVersion.cpp
+        APPEND
+        PROPERTY COMPILE_OPTIONS -Os
+    )
+endif()
 # The oldest x86 processors keep more bits than a type has.
 check_cxx_compiler_flag("-msse2 -mfpmath=sse" HALVTYPES_HAS_SSE2)
 if(HALVTYPES_HAS_SSE2)
