@@ -6,8 +6,8 @@ namespace Halvora {
 
 /// Rounding of measured and configured quantities. Static members only, no instances; the functions
 /// neither allocate nor throw and depend on their arguments alone. Results are fixed to the bit:
-/// every step is rounded to the type named, and no multiplication is fused with an addition. A power
-/// of ten is the nearest `double`, that of 23, 126 and 210 the next one above it: what
+/// every step is rounded to the type named, and no multiplication is fused with an addition. A
+/// power of ten is the nearest `double`, that of 23, 126 and 210 the next one above it: what
 /// `pow(10.0, digits)` gives on the ARM target, on every machine. A NaN is always the same one:
 /// positive, quiet, without a payload, so that it prints as "nan" everywhere.
 class HALVTYPES_API Round {
