@@ -5,12 +5,9 @@
 . "$(dirname "${BASH_SOURCE[0]}")/suite.sh"
 
 # shellcheck disable=SC2034 # used by those who source this
-abi_presets=(release arm)
+abi_presets=(release arm arm64 riscv64 i386 armel)
 
-need_abi() {
-    need_arm
-    need abidw:abigail-tools
-}
+need_abi() { need abidw:abigail-tools; }
 
 # describe_abi <preset> <build folder> <file to write>
 # Only what programs can use: the exported names and the classes of the installed headers. The
