@@ -17,7 +17,7 @@ void run(Bytes& bytes);
 
 // For more runs a second, little of what was freed is kept, and a block knows only its last caller:
 // ASAN_OPTIONS=malloc_context_size=30 shows them all.
-extern "C" inline char const* __asan_default_options() {
+extern "C" char const* __asan_default_options() {
     return "quarantine_size_mb=8:malloc_context_size=1";
 }
 
