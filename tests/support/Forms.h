@@ -69,4 +69,29 @@ struct Forms {
     }
 };
 
+// Forms of many lengths, whole and cut off, at an odd address, put into slots of many sizes.
+template <typename Text>
+std::string wrongForms(std::string const& id) {
+    constexpr unsigned most = Text::maxLength;
+    for (unsigned const field :
+         {0u, 1u, 10u, most - 1, most, most + 1, 768u, 1024u, 32767u, 65535u}) {
+        Forms<Text> const forms{field, id, std::string(2 * field, 'u')};
+        std::string const units = std::to_string(field) + " units, ";
+        for (unsigned const more : {0u, 1u, 2u, 3u, 17u, 18u, 19u}) {
+            if (!forms.isMeasured(more) || !forms.isMeasured(2 * field + more)) {
+                return units + std::to_string(more) + " bytes, of the form or behind its units";
+            }
+        }
+        for (unsigned const capacity : {0u, 1u, 9u, 10u, most - 1, most, most + 1, 600u}) {
+            for (unsigned const gap : {0u, 1u, 17u, 40u, 600u}) {
+                if (!forms.isHandled(1, capacity, gap)) {
+                    return units + "a slot of " + std::to_string(capacity) + ' ' +
+                           std::to_string(gap) + " bytes behind";
+                }
+            }
+        }
+    }
+    return "";
+}
+
 } // namespace Halvora::test

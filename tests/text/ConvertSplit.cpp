@@ -14,28 +14,33 @@ std::wstring widened(std::string const& text) {
 TEST(Convert, trimmingSparesTextOfNothingButTheSet) {
     std::string const usual = " \t\r\n";
     struct {
-        std::string text, set, left, right, both;
+        std::string text, set, trimmed; // on the left, on the right, on both sides
     } const rows[] = {
-        {"  a b  ",    usual,  "a b  ",   "  a b",   "a b"    },
-        {"\t\va\n",    usual,  "\va\n",   "\t\va",   "\va"    }, // not in the set
-        {" \t\r\n",    usual,  " \t\r\n", " \t\r\n", " \t\r\n"},
-        {"",           usual,  "",        "",        ""       },
-        {"xxa",        "x",    "a",       "xxa",     "a"      },
-        {" a ",        "",     " a ",     " a ",     " a "    },
-        {"\xE9 a\xE9", "\xE9", " a\xE9",  "\xE9 a",  " a"     },
+        {"  a b and c  ", usual,  "a b and c  /  a b and c/a b and c"},
+        {"\t\va\n",       usual,  "\va\n/\t\va/\va"                  }, // not in the set
+        {" \t\r\n",       usual,  " \t\r\n/ \t\r\n/ \t\r\n"          },
+        {"",              usual,  "//"                               },
+        {" a ",           "",     " a / a / a "                      },
+        {"\xE9 a\xE9",    "\xE9", " a\xE9/\xE9 a/ a"                 },
     };
     EXPECT_TRUE(Convert::ms_strTrim == usual && Convert::ms_wstrTrim == widened(usual));
     for (auto const& row : rows) {
-        auto const check = [](auto text, auto const& set) {
+        auto const check = [](auto const& expected, auto text, auto const& set) {
             auto left = text, right = text;
             Convert::trimLeft(left, set);
             Convert::trimRight(right, set);
             Convert::trim(text, set);
-            return (left += '/') += (right += '/') += text;
+            std::remove_const_t<std::remove_reference_t<decltype(expected)>> trimmed(left);
+            ((((trimmed += '/') += right) += '/') += text);
+            EXPECT_EQ(expected, trimmed) << __PRETTY_FUNCTION__;
         };
-        std::string const expected = row.left + '/' + row.right + '/' + row.both;
-        EXPECT_EQ(expected, check(row.text, row.set)) << row.text;
-        EXPECT_EQ(widened(expected), check(widened(row.text), widened(row.set))) << row.text;
+        auto const checkAll = [&check](auto const& expected, auto const& text, auto const& set) {
+            check(expected, text, set);
+            check(expected, text, viewOf(set));
+            check(expected, viewOf(text), viewOf(set));
+        };
+        checkAll(row.trimmed, row.text, row.set);
+        checkAll(widened(row.trimmed), widened(row.text), widened(row.set));
     }
 }
 
@@ -81,23 +86,27 @@ TEST(Convert, splittingByExample) {
 template <bool quoted, typename Text>
 void checkSplitting(Text const& alphabet) {
     std::vector<Text> fields(1), expected;
-    auto const separator = alphabet[0];
-    auto const split = [&](Text const& text) -> auto& {
-        return quoted ? Convert::splitQuoted(text, separator, fields)
-                      : Convert::split(text, separator, fields);
+    std::vector<decltype(viewOf(alphabet))> views;
+    auto const split = [separator = alphabet[0]](auto const& text, auto& into) -> auto& {
+        return quoted ? Convert::splitQuoted(text, separator, into)
+                      : Convert::split(text, separator, into);
     };
     for (unsigned round = 0; round < 10000; ++round) {
-        Text text(draw(round % 100 < 2 ? 300 : 15), separator);
+        Text text(draw(round % 100 < 2 ? 300 : 15), alphabet[0]);
         for (auto& c : text) {
             c = alphabet[draw(alphabet.size())];
         }
-        test::splitByStream<quoted>(text, separator, expected);
-        ASSERT_EQ(expected, split(text)) << testing::PrintToString(text);
+        test::splitByStream<quoted>(text, alphabet[0], expected);
+        ASSERT_EQ(expected, split(text, fields)) << testing::PrintToString(text);
         long const before = allocations();
-        ASSERT_EQ(&fields, &split(text));
+        ASSERT_EQ(&fields, &split(text, fields));
         ASSERT_EQ(before, allocations()) << "fields are not reused";
+        split(viewOf(text), views);
+        ASSERT_EQ(expected, std::vector<Text>(views.begin(), views.end()));
         fields.assign(2, text); // the text may be one of the fields
-        ASSERT_EQ(expected, split(fields[1])) << testing::PrintToString(text);
+        ASSERT_EQ(expected, split(fields[1], fields)) << testing::PrintToString(text);
+        fields.assign(2, text);
+        ASSERT_EQ(expected, split(viewOf(fields[1]), fields)) << testing::PrintToString(text);
     }
 }
 

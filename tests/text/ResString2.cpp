@@ -24,10 +24,11 @@ TEST(ResString2, everySourceIsKeptWholeButNoNull) {
     HLVString const units(1000, 0xE9);
     for (ResString2 const& text :
          {ResString2({}, narrow), ResString2({}, narrow.c_str()), ResString2({}, wide),
-          ResString2({}, wide.c_str()), ResString2({}, units), ResString2({}, units.c_str())}) {
+          ResString2({}, wide.c_str()), ResString2({}, units), ResString2({}, units.c_str()),
+          ResString2({}, viewOf(narrow)), ResString2({}, viewOf(wide))}) {
         std::wstring out(200, 'x');
         text.getText(out);
-        EXPECT_TRUE(same(wide, out));
+        EXPECT_TRUE(same(wide, out) && text == viewOf(wide) && text != viewOf(out += L'x'));
     }
     EXPECT_THROW(ResString2(id, static_cast<char const*>(nullptr)), std::logic_error);
     EXPECT_THROW(ResString2(id, static_cast<wchar_t const*>(nullptr)), std::logic_error);

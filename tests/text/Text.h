@@ -5,6 +5,7 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 // A variable template `name<T>`: whether the call compiles, in which `argument<T>()` is a T.
@@ -30,6 +31,11 @@ inline std::wstring anyText(std::size_t length) {
     for (wchar_t& c : text) {
         c = static_cast<wchar_t>(draw(0xFFFF) + 1 + draw(3) * 0x7FFF0000);
     }
+    return text;
+}
+
+template <typename Char>
+std::basic_string_view<Char> viewOf(std::basic_string<Char> const& text) {
     return text;
 }
 
