@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cfloat>
-#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <iterator>
@@ -33,22 +32,23 @@ int roundAwayFromZero(Real value) noexcept {
     return truncate(value >= 0 ? value + half : value - half);
 }
 
-// So that it can be negated. 10^400 is infinite and 10^-400 is zero, and so is what lies beyond.
-int bounded(int digits) noexcept {
-    return std::clamp(digits, -400, 400);
-}
-
 // The nearest double; for three exponents the one above it, which std::pow gives on the ARM target.
 double powerOfTenFallback(int exponent) noexcept {
-    char text[8] = "1e";
-    *std::to_chars(text + 2, std::end(text) - 1, exponent).ptr = '\0';
+    int const digits = std::min(std::abs(std::max(exponent, -999)), 999);
+    char const text[] = {'1',
+                         'e',
+                         exponent < 0 ? '-' : '+',
+                         static_cast<char>('0' + digits / 100),
+                         static_cast<char>('0' + digits / 10 % 10),
+                         static_cast<char>('0' + digits % 10),
+                         '\0'};
     double const nearest = std::strtod(text, nullptr);
     bool const above = exponent == 23 || exponent == 126 || exponent == 210;
     return above ? std::nextafter(nearest, DBL_MAX) : nearest;
 }
 
 // The same on every machine, which std::pow is not. Up to 10^22 a double is exact.
-double powerOfTen(int exponent) noexcept {
+[[gnu::noinline]] double powerOfTen(int exponent) noexcept {
     static constexpr double exact[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                        1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
@@ -57,6 +57,11 @@ double powerOfTen(int exponent) noexcept {
         return powerOfTenFallback(exponent);
     }
     return exponent >= 0 ? exact[exponent] : 1 / exact[-exponent];
+}
+
+// 10^-digits; the smallest int has no positive counterpart.
+double inversePowerOfTen(int digits) noexcept {
+    return powerOfTen(-std::max(digits, -std::numeric_limits<int>::max()));
 }
 
 // Processors differ in the sign and payload of the NaN that they make.
@@ -76,11 +81,11 @@ int Round::convert(float const& value) noexcept {
 }
 
 int Round::convert(double value, int digits) noexcept {
-    return roundAwayFromZero(value * powerOfTen(bounded(digits)));
+    return roundAwayFromZero(value * powerOfTen(digits));
 }
 
 int Round::convert(float value, int digits) noexcept {
-    return roundAwayFromZero(static_cast<float>(value * powerOfTen(bounded(digits))));
+    return roundAwayFromZero(static_cast<float>(value * powerOfTen(digits)));
 }
 
 double Round::round(double const& value) noexcept {
@@ -92,14 +97,14 @@ float Round::round(float const& value) noexcept {
 }
 
 double Round::round(double value, int digits) noexcept {
-    double const whole = std::floor(powerOfTen(bounded(digits)) * value + 0.5);
-    return withOneNaN(whole * powerOfTen(-bounded(digits)));
+    double const whole = std::floor(powerOfTen(digits) * value + 0.5);
+    return withOneNaN(whole * inversePowerOfTen(digits));
 }
 
 float Round::round(float value, int digits) noexcept {
-    float const scaled = static_cast<float>(value * powerOfTen(bounded(digits)));
+    float const scaled = static_cast<float>(value * powerOfTen(digits));
     double const whole = std::floor(scaled + 0.5f);
-    return withOneNaN(static_cast<float>(whole * powerOfTen(-bounded(digits))));
+    return withOneNaN(static_cast<float>(whole * inversePowerOfTen(digits)));
 }
 
 } // namespace Halvora
