@@ -11,8 +11,8 @@
 //     xxd := address ": " (byte byte? ...)(" " byte ...)* ("  " text)?
 //     od  := address (" " byte)* (" >" text | " |" text)?
 //
-// A line "*" repeats the one before up to the next address. Anything else is refused, and where they
-// can be told from these, other bases and swapped bytes.
+// A line "*" repeats the one before up to the next address. Anything else is refused, and where
+// they can be told from these, other bases and swapped bytes.
 class HexDump : public Source {
 public:
     explicit HexDump(std::unique_ptr<Source> text) : m_source(std::move(text)) {}
