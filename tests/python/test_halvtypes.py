@@ -1,0 +1,218 @@
+"""The module's seams: conversion, exceptions, ownership. What the library does is tested in C++."""
+import copy
+import gc
+import pickle
+import uuid
+
+import pytest
+
+import halvtypes as h
+
+NUMBERS = {
+    h.DT_BOOL: ("?", [True, False]),
+    h.DT_BYTE: ("B", [0, 255]),
+    h.DT_INT16: ("h", [-(2**15), 2**15 - 1]),
+    h.DT_INT32: ("i", [-(2**31), 2**31 - 1]),
+    h.DT_INT64: ("q", [-(2**63), 2**63 - 1]),
+    h.DT_UINT16: ("H", [0, 2**16 - 1]),
+    h.DT_UINT32: ("I", [0, 2**32 - 1]),
+    h.DT_UINT64: ("Q", [0, 2**64 - 1]),
+    h.DT_FLOAT: ("f", [0.5, -1.25]),
+    h.DT_DOUBLE: ("d", [0.1, -1e300]),
+    h.DT_TICK: ("Q", [0, 2**64 - 1]),
+}
+ID = h.Binary16("12345678-9abc-def0-0807-060504030201")
+OTHERS = {
+    h.DT_ID: [ID, h.Binary16()],
+    h.DT_BINARY16: [ID, h.Binary16.MAX],
+    h.DT_STRING: ["", "a\0ä€\U0001f600\ud800"],
+    h.DT_STRINGRES: [h.ResString(ID, "ä\U0001f600\udc00"), h.ResString("x")],
+}
+ALL = {**{t: v for t, (_, v) in NUMBERS.items()}, **OTHERS}
+NAMES = {h.DT_BINARY16: "Bin16", h.DT_STRINGRES: "ResString"}
+
+
+def name_of(data_type):
+    return NAMES.get(data_type) or h.Convert.toAString(data_type)
+
+
+def test_identifier():
+    u = uuid.UUID("12345678-9abc-def0-0807-060504030201")
+    assert str(ID) == str(u) == ID.toGrouped()
+    assert h.Binary16(repr(ID)) == h.Binary16(bytes(ID)) == h.Binary16(u.bytes_le) == ID
+    assert h.Binary16.fromUuid(u) == h.Binary16.fromUuidBytes(u.bytes) == ID
+    assert ID.toUuid() == u and ID.toUuidBytes() == u.bytes and bytes(ID) == u.bytes_le
+    assert {ID: 1}[pickle.loads(pickle.dumps(ID))] == 1
+    assert h.Binary16.EMPTY < ID < h.Binary16.MAX and not h.Binary16.EMPTY
+    assert list(ID) == list(bytes(ID)) and ID[-1] == 1 and ID != 5
+    assert h.Binary16.of(h.DT_INT16, -2).get(h.DT_UINT16) == 65534
+    for wrong in ("", "12", b"", bytes(15), bytes(17), str(ID) + " "):
+        with pytest.raises(ValueError):
+            h.Binary16(wrong)
+    with pytest.raises(TypeError):
+        h.Binary16.of(h.DT_INT16, 2**15)
+
+
+@pytest.mark.parametrize("data_type", ALL)
+def test_array_of_each_type(data_type):
+    values = ALL[data_type]
+    array = h.HLVArray(data_type)
+    for value in values:
+        getattr(array, "add" + name_of(data_type))(value)
+    assert array.tolist() == list(array) == getattr(array, "get" + name_of(data_type))() == values
+    assert array == h.HLVArray(data_type, values) == pickle.loads(pickle.dumps(array))
+    assert array == copy.copy(array) and array[-1] == values[-1] and values[0] in array
+    getattr(array, "set" + name_of(data_type))(0, values[1])
+    getattr(array, "setRange" + name_of(data_type))(1, [values[0]])
+    assert array[:] == array and array[::-1].tolist() == values
+    array.extend(array)
+    assert len(array) == 4 and array[2:].tolist() == array[:2].tolist()
+    with pytest.raises(TypeError):
+        array.append(object())
+
+
+@pytest.mark.parametrize("data_type", NUMBERS)
+def test_numbers_are_a_buffer(data_type):
+    code, values = NUMBERS[data_type]
+    array = h.HLVArray(data_type, values)
+    view = memoryview(array)
+    assert view.format == code and view.tolist() == values and view.readonly
+    assert h.HLVArray(data_type, view) == array
+    del array
+    gc.collect()
+    assert view.tolist() == values
+
+
+def test_no_change_beneath_a_view():
+    array = h.HLVArray(h.DT_INT32, range(1000))
+    view = memoryview(array)[1:]
+    for change in (lambda: array.addInt32(1), lambda: array.clear(h.DT_BYTE),
+                   lambda: array.init(1, h.DT_BYTE), lambda: array.removeRange(0, 1),
+                   lambda: array.extend(array), lambda: array.setInt32(0, 1),
+                   lambda: array.__setitem__(0, 1), lambda: array.__init__(h.DT_BYTE)):
+        try:
+            change()
+        except BufferError:
+            pass
+        assert view.tolist() == list(range(1, 1000)) and array.getDataType() == h.DT_INT32
+    view.release()
+    with pytest.raises(BufferError):  # the first part of the expression holds one
+        memoryview(array), array.addInt32(1)
+    gc.collect()
+    array.addInt32(1)
+    assert len(array) == 1001
+    rows = memoryview(h.HLVArray(h.DT_ID, [ID, ID]))
+    assert rows.shape == (2, 16) and rows[1, 15] == 1 and rows.tobytes() == bytes(ID) * 2
+    assert memoryview(h.HLVArray(h.DT_INT32)).tolist() == []
+    for wrong in (h.HLVArray(h.DT_STRING), h.HLVArray.__new__(h.HLVArray)):
+        with pytest.raises(BufferError):
+            memoryview(wrong)
+
+
+def test_array_that_its_own_values_change():
+    array = h.HLVArray(h.DT_INT32, [1, 2])
+
+    class Index:
+        def __index__(self):
+            array.clear(h.DT_STRING)
+            return 7
+
+    with pytest.raises(IndexError):
+        array[1] = Index()
+    assert array == h.HLVArray(h.DT_STRING)
+
+
+def test_result_codes():
+    array = h.HLVArray(h.DT_INT32, [1])
+    for change, code, kind in (
+        (lambda: array.addByte(1), h.ERR_WRONG_TYPE, TypeError),
+        (lambda: array.extend(b"1234"), h.ERR_WRONG_TYPE, TypeError),
+        (lambda: array.setInt32(1, 1), h.ERR_OUT_OF_RANGE, IndexError),
+        (lambda: array.setRangeInt32(99999, [1]), h.ERR_OUT_OF_RANGE, IndexError),
+        (lambda: array[1], h.ERR_OUT_OF_RANGE, IndexError),
+        (lambda: array.extend([0] * 65535), h.ERR_OUT_OF_RANGE, IndexError),
+        (lambda: h.HLVArray(h.DT_BYTE, bytes(65536)), h.ERR_OUT_OF_RANGE, IndexError),
+        (lambda: array.removeRange(0, 2), h.ERR_OUT_OF_RANGE, IndexError),
+    ):
+        with pytest.raises(kind) as caught:
+            change()
+        assert isinstance(caught.value, h.ResultError) and caught.value.code == code
+        assert array.tolist() == [1]
+
+
+@pytest.mark.parametrize("kind, read, most, head",
+                         [(h.VarChar, h.VarChar.fromRaw, 512, 2),
+                          (h.ResString, h.ResString.fromPacked, 128, 18)])
+def test_texts_in_buffers(kind, read, most, head):
+    text = kind("ä\U0001f600\ud800")
+    assert str(text) == "ä\U0001f600\ud800" and len(text) == 4 and kind("x" * 999).length() == most
+    assert read(bytes(text)) == text == pickle.loads(pickle.dumps(text))
+    buffer = bytearray(b"\xee" * 101)
+    text.writeSlot(buffer, 3, 9)
+    assert buffer[3:21 + head] == text.slot(9) and buffer[:3] == b"\xee" * 3
+    assert read(buffer, 3) == text and buffer[21 + head] == 0xEE
+    before = bytes(buffer)
+    for wrong in (lambda: text.writeSlot(buffer, 90, 9), lambda: read(buffer, 102),
+                  lambda: text.writeSlot(bytes(99), 0, 9), lambda: text.slot(-1)):
+        with pytest.raises((IndexError, TypeError, BufferError)):
+            wrong()
+    with pytest.raises(ValueError):
+        read(bytes(text)[:-1])
+    assert buffer == before
+
+
+def test_translators():
+    class German(h.Translator):
+        def getTranslation(self, id, text):
+            return {"pump": "Pumpe \U0001f600"}[text] if id == ID else None
+
+        def getErrorName(self, code):
+            return "pumpFailed"
+
+    assert h.ResString2(ID, "pump").ToString(German()) == "Pumpe \U0001f600"
+    assert h.ResString2("\U0001f600").ToString(German()) == "\U0001f600"
+    assert h.ResString2(h.Binary16.MAX, "\U0001f600").ToString(h.Translator()) == "\U0001f600"
+    assert h.HLVError(-5, h.ResString(ID, "pump")).describe(German()).startswith("pumpFailed (-5)")
+    with pytest.raises(KeyError):
+        h.ResString2(ID, "valve").ToString(German())
+    German.getTranslation = lambda *_: 5
+    with pytest.raises(TypeError):
+        h.ResString2(ID, "pump").ToString(German())
+
+
+def test_errors():
+    error = h.HLVError(-2, "ä", ID, preceding=h.HLVError(-1, True, 2**40, 0.5))
+    base = error.getBaseError()
+    del error
+    gc.collect()
+    assert base.getCode() == -1 and base.params() == (True, 2**40, 0.5)
+    error = h.HLVError(3, preceding=base)
+    with pytest.raises(h.HLVErrorException) as caught:
+        error.throw("here")
+    assert caught.value.trace == "here" and str(caught.value.error) == str(error)
+    again = h.HLVError.fromException(caught.value)
+    assert [e.getCode() for e in again] == [3, -1] and again.getByCode(-1).params()[0] is True
+    outer = ValueError("outer")
+    outer.__cause__ = caught.value
+    assert [e.getCode() for e in h.HLVError.fromException(outer)] == [-1, 3, -1]
+    outer.__cause__ = KeyError("a\ud800")
+    outer.__cause__.__cause__ = outer
+    assert len(list(h.HLVError.fromException(outer))) == 2
+    errors = h.HLVError.List()
+    assert errors.add(base) and not errors.add(error) and not errors.add(h.HLVError(0))
+    assert len(errors) == 2 and errors.getErrorCount() == 1
+    entries = iter(errors)
+    errors.clear()
+    del errors
+    assert [e.getCode() for e in entries] == [-1, 3]
+
+
+def test_tools():
+    assert h.HalvTypes.getSmallestCommonDataType(h.DT_BYTE, h.DT_INT16) == h.DT_INT16
+    assert h.HalvTypes.getSmallestCommonDataType(h.DT_BYTE, h.DT_ID) is None
+    assert h.Round.convert(12.345, 2) == 1235 and h.Round.round(-2.5) == -2.0
+    assert h.Convert.split("a,,b,", ",") == ["a", "", "b"]
+    assert h.Convert.splitQuoted('a,"b,c",d', ",") == ["a", "b,c", "d"]
+    assert h.Utf8.toWString(b"a\xff") == ("a\ufffd", 1, 1) and not h.Utf8.isValid(b"\xff")
+    assert h.readCsv(b'a,"b\n"\n"c"d\n') == ([[b"a", b"b\n"]], [(3, 3, h.readCsv(b'"c"d')[1][0][2])])
+    assert str(h.KrVersion(1, 2, 3, 4)) == "1.2.3.4" and h.KrVersion(1, 2) == h.KrVersion(1, 2, 0, 0)

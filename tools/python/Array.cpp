@@ -1,0 +1,366 @@
+#include "Array.h"
+
+#include <Halvora/types/ElementTypes.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace HalvPython {
+
+using namespace Halvora;
+
+namespace {
+
+template <typename Row>
+using ValueOf = typename Row::Value;
+
+// Elements outside of an array, so that Python's code, which runs when they are read, finds the
+// array whole and may even change it.
+template <typename Row>
+HLVArray runOf(Row, std::size_t count, ValueOf<Row> const* values) {
+    check(count > 0xFFFF ? ERR_OUT_OF_RANGE : 0);
+    auto const n = static_cast<unsigned short>(count);
+    if constexpr (Row::type == DT_ID) {
+        return HLVArray::createID(n, values);
+    } else if constexpr (Row::type == DT_TICK) {
+        return HLVArray::createTick(n, values);
+    } else {
+        return HLVArray(n, values);
+    }
+}
+
+template <typename Value>
+Value valueOf(py::handle source) {
+    if constexpr (std::is_same_v<Value, std::wstring>) {
+        return as<Wide>(source).text;
+    } else {
+        return as<Value>(source);
+    }
+}
+
+template <typename Row>
+HLVArray runOf(Row row, py::handle values) {
+    auto const list = py::reinterpret_steal<py::object>(PySequence_Tuple(values.ptr()));
+    if (!list) {
+        throw py::error_already_set();
+    }
+    py::tuple const given = py::reinterpret_borrow<py::tuple>(list);
+    auto const run = std::make_unique<ValueOf<Row>[]>(given.size());
+    for (std::size_t i = 0; i < given.size(); ++i) {
+        run[i] = valueOf<ValueOf<Row>>(given[i]);
+    }
+    return runOf(row, given.size(), static_cast<ValueOf<Row> const*>(run.get()));
+}
+
+// Whether a buffer's elements are the array's own. `l` is `q` where `long` has 64 bits.
+bool isFormat(std::string format, std::string const& own) {
+    if (!format.empty() && std::strchr("@=<", format[0]) != nullptr) {
+        format.erase(0, 1);
+    }
+    if (sizeof(long) == sizeof(long long) && (format == "l" || format == "L")) {
+        format = format == "l" ? "q" : "Q";
+    }
+    return format == own;
+}
+
+template <typename Row>
+std::string formatOf(Row) {
+    if constexpr (std::is_arithmetic_v<ValueOf<Row>>) {
+        return py::format_descriptor<ValueOf<Row>>::format();
+    } else {
+        return "B";
+    }
+}
+
+template <typename Row>
+HLVArray runOfBuffer(Row row, py::handle source) {
+    py::buffer_info const info = py::reinterpret_borrow<py::buffer>(source).request();
+    auto const itemSize = static_cast<std::size_t>(info.itemsize);
+    check(isFormat(info.format, formatOf(row)) ? 0 : ERR_WRONG_TYPE);
+    if (PyBuffer_IsContiguous(info.view(), 'C') == 0) {
+        throw py::buffer_error("the elements do not lie back to back");
+    }
+    std::size_t const size = static_cast<std::size_t>(info.size) * itemSize;
+    if (size % sizeof(ValueOf<Row>) != 0) {
+        throw py::value_error("no whole number of elements");
+    }
+    check(size / sizeof(ValueOf<Row>) > 0xFFFF ? ERR_OUT_OF_RANGE : 0);
+    auto const count = static_cast<unsigned short>(size / sizeof(ValueOf<Row>));
+    auto const run = std::make_unique<ValueOf<Row>[]>(count);
+    if (count != 0) {
+        std::memcpy(static_cast<void*>(run.get()), info.ptr, count * sizeof(ValueOf<Row>));
+    }
+    return runOf(row, count, static_cast<ValueOf<Row> const*>(run.get()));
+}
+
+HLVArray runOf(eDataType type, py::handle values) {
+    HLVArray run(type);
+    bool const isKnown = ElementTypes::visit(type, [&](auto row) {
+        if constexpr (!row.isText && row.type != DT_BOOL) { // another byte than 0 and 1 is no bool
+            if (PyObject_CheckBuffer(values.ptr())) {
+                run = runOfBuffer(row, values);
+                return;
+            }
+        }
+        run = runOf(row, values);
+    });
+    check(isKnown ? 0 : ERR_WRONG_TYPE);
+    return run;
+}
+
+HLVArray oneOf(eDataType type, py::handle value) {
+    return runOf(type, py::make_tuple(value));
+}
+
+template <typename Row>
+py::object elementAt(Row, HLVArray const& array, std::size_t index) {
+    ValueOf<Row> const& value = Named<Row::type>::get(array)[index];
+    if constexpr (Row::type == DT_STRING) {
+        return py::cast(Wide{value});
+    } else {
+        return py::cast(value);
+    }
+}
+
+py::list toList(Array const& array) {
+    py::list list(array.value.getCount());
+    ElementTypes::visit(array.value.getDataType(), [&](auto row) {
+        for (std::size_t i = 0; i < list.size(); ++i) {
+            list[i] = elementAt(row, array.value, i);
+        }
+    });
+    return list;
+}
+
+std::size_t placeOf(Array const& array, long long index) {
+    long long const count = array.value.getCount();
+    index += index < 0 ? count : 0;
+    check(index < 0 || index >= count ? ERR_OUT_OF_RANGE : 0);
+    return static_cast<std::size_t>(index);
+}
+
+py::object getItem(Array const& array, long long index) {
+    std::size_t const place = placeOf(array, index);
+    py::object item;
+    ElementTypes::visit(array.value.getDataType(),
+                        [&](auto row) { item = elementAt(row, array.value, place); });
+    return item;
+}
+
+Array getSlice(Array const& array, py::slice const& slice) {
+    py::list const list = toList(array);
+    auto const part = py::reinterpret_steal<py::object>(PyObject_GetItem(list.ptr(), slice.ptr()));
+    eDataType const type = array.value.getDataType();
+    return Array(py::len(part) == 0 ? HLVArray(type) : runOf(type, part));
+}
+
+// Python's code may have changed the array while it gave the values.
+HLVArray& changed(Array& array) {
+    if (array.exports != 0) {
+        throw py::buffer_error("a view of the array is in use; it cannot be changed");
+    }
+    return array.value;
+}
+
+void setRange(Array& array, std::size_t start, HLVArray const& values) {
+    int code = 0;
+    ElementTypes::visit(values.getDataType(), [&](auto row) {
+        using Operation = Named<row.type>;
+        check(start > 0xFFFF ? ERR_OUT_OF_RANGE : 0);
+        code = Operation::setRange(changed(array), static_cast<unsigned short>(start),
+                                   values.getCount(), Operation::get(values));
+    });
+    check(code);
+}
+
+void setItem(Array& array, long long index, py::handle value) {
+    HLVArray const one = oneOf(array.value.getDataType(), value);
+    setRange(array, placeOf(array, index), one);
+}
+
+void extend(Array& array, py::handle values) {
+    if (py::isinstance<Array>(values)) {
+        check(changed(array).add(values.cast<Array const&>().value));
+        return;
+    }
+    HLVArray const run = runOf(array.value.getDataType(), values);
+    if (run.getCount() != 0) {
+        check(changed(array).add(run));
+    }
+}
+
+// addInt32() and its like: the type is the name's, so an empty array adopts it.
+template <typename Row>
+void addNames(Row, py::class_<Array>& type) {
+    std::string const name = Named<Row::type>::name;
+    std::string const label = std::string("DT_") + HalvTypes::dataTypeToString(Row::type);
+    type.def(("add" + name).c_str(),
+             [](Array& array, py::object const& value) {
+                 HLVArray const one = oneOf(Row::type, value);
+                 check(changed(array).add(one));
+             },
+             py::arg("value"), ("Adds a " + label + " at the end.").c_str());
+    type.def(("set" + name).c_str(),
+             [](Array& array, std::size_t index, py::object const& value) {
+                 setRange(array, index, oneOf(Row::type, value));
+             },
+             py::arg("index"), py::arg("value"), ("Sets a " + label + ".").c_str());
+    type.def(("setRange" + name).c_str(),
+             [](Array& array, std::size_t start, py::object const& values) {
+                 setRange(array, start, runOf(Row::type, values));
+             },
+             py::arg("start"), py::arg("values"), ("Overwrites a run of " + label + ".").c_str());
+    type.def(("get" + name).c_str(),
+             [](Array const& array) {
+                 check(array.value.getDataType() == Row::type ? 0 : ERR_WRONG_TYPE);
+                 return toList(array);
+             },
+             ("The values, each a " + label + ", as a list.").c_str());
+}
+
+std::string shown(Array const& array) {
+    constexpr std::size_t most = 20; // elements, so that a line stays one
+    py::list list = toList(array);
+    std::string const rest = list.size() > most ? ", ..." : "";
+    py::object const first = list[py::slice(0, most, 1)];
+    std::string text = py::repr(first);
+    text.insert(text.size() - 1, rest);
+    std::string const type = HalvTypes::dataTypeToString(array.value.getDataType());
+    return "HLVArray(DT_" + type + ", " + text + ")";
+}
+
+// The part of it that may throw.
+Array& fill(PyObject* self, Py_buffer& view, int flags) {
+    Array& array = py::cast<Array&>(py::handle(self));
+    if ((flags & PyBUF_WRITABLE) != 0) {
+        throw py::buffer_error("elements are read, not written");
+    }
+    if (elementWidth(array.value.getDataType()) == 0) {
+        throw py::buffer_error("only numbers and 16-byte values lie in a buffer");
+    }
+    auto layout = std::make_unique<Layout>(array.value);
+    static char nothing = 0;
+    void const* const data = array.value.getData();
+    view.buf = data != nullptr ? const_cast<void*>(data) : &nothing;
+    view.len = array.value.getByteSize();
+    view.readonly = 1;
+    view.itemsize = layout->strides[layout->dimensions - 1];
+    view.format = (flags & PyBUF_FORMAT) != 0 ? &layout->format[0] : nullptr;
+    view.ndim = layout->dimensions;
+    view.shape = (flags & PyBUF_ND) != 0 ? layout->shape : nullptr;
+    view.strides = (flags & PyBUF_STRIDES) == PyBUF_STRIDES ? layout->strides : nullptr;
+    view.suboffsets = nullptr;
+    view.internal = layout.release();
+    return array;
+}
+
+int getBuffer(PyObject* self, Py_buffer* view, int flags) {
+    view->obj = nullptr;
+    try {
+        ++fill(self, *view, flags).exports;
+    } catch (std::exception const& e) {
+        PyErr_SetString(PyExc_BufferError, e.what());
+        return -1;
+    }
+    view->obj = py::handle(self).inc_ref().ptr();
+    return 0;
+}
+
+void releaseBuffer(PyObject* self, Py_buffer* view) {
+    delete static_cast<Layout*>(view->internal);
+    --py::cast<Array&>(py::handle(self)).exports;
+}
+
+} // namespace
+
+Layout::Layout(HLVArray const& array) {
+    ElementTypes::visit(array.getDataType(), [&](auto row) { format = formatOf(row); });
+    auto const width = static_cast<Py_ssize_t>(elementWidth(array.getDataType()));
+    dimensions = width == sizeof(Binary16) ? 2 : 1;
+    shape[0] = array.getCount();
+    shape[1] = width;
+    strides[0] = width;
+    strides[1] = 1;
+}
+
+void addArray(py::module_& module) {
+    auto const withBuffer = [](PyHeapTypeObject* type) {
+        type->as_buffer.bf_getbuffer = &getBuffer;
+        type->as_buffer.bf_releasebuffer = &releaseBuffer;
+        type->ht_type.tp_as_buffer = &type->as_buffer;
+    };
+    py::class_<Array> type(
+        module, "HLVArray", py::custom_type_setup(withBuffer),
+        "At most 65,535 values of one data type.\n\n"
+        "memoryview() reads numbers without a copy, and 16-byte values as rows of 16 bytes. While "
+        "such a view is in use, whatever would change the array raises BufferError.");
+    type.def(py::init([](eDataType dataType) { return Array(HLVArray(dataType)); }),
+             py::arg("type"))
+        .def(py::init([](eDataType dataType, py::object const& values) {
+                 return Array(runOf(dataType, values));
+             }),
+             py::arg("type"), py::arg("values"), "Of an iterable, or of a buffer of the type.")
+        .def("__len__", [](Array const& array) { return array.value.getCount(); })
+        .def("__getitem__", &getItem, py::arg("index"))
+        .def("__getitem__", &getSlice, py::arg("slice"))
+        .def("__setitem__", &setItem, py::arg("index"), py::arg("value"))
+        .def("__iter__",
+             [](py::object const& self) {
+                 return py::reinterpret_steal<py::object>(PySeqIter_New(self.ptr()));
+             })
+        .def(
+            "__eq__", [](Array const& a, Array const& b) { return a.value == b.value; },
+            py::is_operator())
+        .def("__repr__", &shown)
+        .def("__copy__", [](Array const& array) { return Array(array.value); })
+        .def("__deepcopy__",
+             [](Array const& array, py::object const&) { return Array(array.value); })
+        .def(
+            "append",
+            [](Array& array, py::object const& value) {
+                HLVArray const one = oneOf(array.value.getDataType(), value);
+                check(changed(array).add(one));
+            },
+            py::arg("value"), "Adds a value of the array's type at the end.")
+        .def("extend", &extend, py::arg("values"),
+             "Adds the values of an iterable, a buffer of the type or an array at the end.")
+        .def("tolist", &toList, "The values as a list.")
+        .def(
+            "getDataType", [](Array const& array) { return array.value.getDataType(); },
+            "The element type.")
+        .def(
+            "getCount", [](Array const& array) { return array.value.getCount(); },
+            "The number of elements.")
+        .def(
+            "getByteSize", [](Array const& array) { return array.value.getByteSize(); },
+            "The size of all elements in bytes; 0 for texts.")
+        .def(
+            "clear", [](Array& array, eDataType t) { changed(array).clear(t); }, py::arg("type"),
+            "Becomes an empty array of a type.")
+        .def(
+            "init",
+            [](Array& array, unsigned short count, eDataType t) {
+                check(elementWidth(t) == 0 && !isTextType(t) ? ERR_WRONG_TYPE : 0);
+                check(changed(array).init(count, t));
+            },
+            py::arg("count"), py::arg("type"), "Becomes zero or empty elements of a type.")
+        .def("add", &extend, py::arg("values"), "As extend().")
+        .def(
+            "removeRange",
+            [](Array& array, unsigned short start, unsigned short count) {
+                check(changed(array).removeRange(start, count));
+            },
+            py::arg("start"), py::arg("count"), "Removes `count` elements from `start` on.")
+        .def(py::pickle(
+            [](Array const& array) {
+                return py::make_tuple(array.value.getDataType(), toList(array));
+            },
+            [](py::tuple const& state) {
+                return Array(runOf(state[0].cast<eDataType>(), state[1]));
+            }));
+    ElementTypes::forEach([&](auto row) { addNames(row, type); });
+}
+
+} // namespace HalvPython

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "Module.h"
+
+#include <Halvora/array/HLVArray.h>
+
+#include <string>
+#include <utility>
+
+namespace HalvPython {
+
+/// An array, and how many views of its elements Python holds. It changes only while there is none.
+struct Array {
+    explicit Array(Halvora::HLVArray array) : value(std::move(array)) {}
+
+    Halvora::HLVArray value;
+    int exports = 0;
+};
+
+/// What a view of the buffer protocol says of the elements, which lives as long as the view.
+struct Layout {
+    explicit Layout(Halvora::HLVArray const& array);
+
+    std::string format;
+    int dimensions;
+    Py_ssize_t shape[2];
+    Py_ssize_t strides[2];
+};
+
+/// What C++ calls an operation on values of a type.
+template <Halvora::eDataType Type>
+struct Named;
+
+#define HALVTYPES_NAMED(TYPE, NAME)                                                               \
+    template <>                                                                                   \
+    struct Named<Halvora::TYPE> {                                                                 \
+        using Value = Halvora::ElementValue<Halvora::TYPE>;                                       \
+        static constexpr char const* name = #NAME;                                                \
+        static int setRange(Halvora::HLVArray& array, unsigned short start, unsigned short count, \
+                            Value const* values) {                                                \
+            return array.setRange##NAME(start, count, values);                                    \
+        }                                                                                         \
+        static Value const* get(Halvora::HLVArray const& array) {                                 \
+            unsigned short count = 0;                                                             \
+            Value const* values = nullptr;                                                        \
+            array.get##NAME(count, values);                                                       \
+            return values;                                                                        \
+        }                                                                                         \
+    }
+
+HALVTYPES_NAMED(DT_BOOL, Bool);
+HALVTYPES_NAMED(DT_BYTE, Byte);
+HALVTYPES_NAMED(DT_INT16, Int16);
+HALVTYPES_NAMED(DT_INT32, Int32);
+HALVTYPES_NAMED(DT_INT64, Int64);
+HALVTYPES_NAMED(DT_UINT16, UInt16);
+HALVTYPES_NAMED(DT_UINT32, UInt32);
+HALVTYPES_NAMED(DT_UINT64, UInt64);
+HALVTYPES_NAMED(DT_FLOAT, Float);
+HALVTYPES_NAMED(DT_DOUBLE, Double);
+HALVTYPES_NAMED(DT_STRING, String);
+HALVTYPES_NAMED(DT_TICK, Tick);
+HALVTYPES_NAMED(DT_ID, ID);
+HALVTYPES_NAMED(DT_BINARY16, Bin16);
+HALVTYPES_NAMED(DT_STRINGRES, ResString);
+
+#undef HALVTYPES_NAMED
+
+} // namespace HalvPython

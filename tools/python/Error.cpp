@@ -1,0 +1,292 @@
+#include "Translator.h"
+
+#include <Halvora/error/Describe.h>
+#include <Halvora/error/HLVErrorException.h>
+#include <Halvora/error/Json.h>
+
+#include <limits>
+#include <memory>
+#include <sstream>
+#include <utility>
+
+namespace HalvPython {
+
+using namespace Halvora;
+
+namespace {
+
+// A part of a chain shares the ownership of the whole: whatever Python keeps stays.
+using Shared = std::shared_ptr<HLVError const>;
+using Param = HLVError::Param;
+
+struct Error {
+    Shared error;
+};
+
+std::unique_ptr<Param> paramOfInteger(py::handle value) {
+    py::detail::make_caster<int> narrow;
+    if (narrow.load(value, false)) {
+        return std::make_unique<Param>(static_cast<int>(narrow));
+    }
+    py::detail::make_caster<long long> wide;
+    if (wide.load(value, false)) {
+        return std::make_unique<Param>(static_cast<long long>(wide));
+    }
+    return std::make_unique<Param>(as<unsigned long long>(value));
+}
+
+// The data type follows from the Python type; integers take the narrowest that holds them.
+std::unique_ptr<Param> paramOf(py::handle value) {
+    if (py::isinstance<py::bool_>(value)) {
+        return std::make_unique<Param>(as<bool>(value));
+    }
+    if (py::isinstance<py::int_>(value)) {
+        return paramOfInteger(value);
+    }
+    if (py::isinstance<py::float_>(value)) {
+        return std::make_unique<Param>(as<double>(value));
+    }
+    if (py::isinstance<py::str>(value)) {
+        return std::make_unique<Param>(as<Wide>(value).text);
+    }
+    if (py::isinstance<ResString>(value)) {
+        return std::make_unique<Param>(as<ResString>(value));
+    }
+    return std::make_unique<Param>(as<Binary16>(value));
+}
+
+Error create(int code, py::args const& values, Error const* preceding) {
+    if (values.size() > 3) {
+        throw py::value_error("an error has at most three parameters");
+    }
+    std::unique_ptr<Param> params[3];
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        params[i] = paramOf(values[i]);
+    }
+    std::unique_ptr<HLVError> chain(preceding != nullptr ? new HLVError(*preceding->error)
+                                                         : nullptr);
+    auto error = std::unique_ptr<HLVError>(new HLVError(code, nullptr, chain.get(), params[0].get(),
+                                                        params[1].get(), params[2].get()));
+    static_cast<void>(chain.release());
+    for (std::unique_ptr<Param>& param : params) {
+        static_cast<void>(param.release());
+    }
+    return {std::move(error)};
+}
+
+Error createFrom(py::args const& given, py::kwargs const& named) {
+    bool const isWhole = !given.empty() && named.size() == (named.contains("preceding") ? 1u : 0u);
+    if (!isWhole) {
+        throw py::type_error("HLVError(code, *values, preceding=None)");
+    }
+    py::object const preceding =
+        named.contains("preceding") ? py::object(named["preceding"]) : py::none();
+    py::args const values = py::args(given[py::slice(1, 4 + given.size(), 1)]);
+    if (preceding.is_none()) {
+        return create(as<int>(given[0]), values, nullptr);
+    }
+    Error const chain = as<Error>(preceding);
+    return create(as<int>(given[0]), values, &chain);
+}
+
+template <typename T>
+py::object numberOf(Param const& param) {
+    T value;
+    param.getValue(value);
+    return py::cast(value);
+}
+
+py::object valueOf(Param const& param) {
+    switch (param.getDataType()) {
+    case DT_BOOL: return numberOf<bool>(param);
+    case DT_BYTE: return numberOf<unsigned char>(param);
+    case DT_INT16: return numberOf<short>(param);
+    case DT_UINT16: return numberOf<unsigned short>(param);
+    case DT_INT32: return numberOf<int>(param);
+    case DT_UINT32: return numberOf<unsigned int>(param);
+    case DT_INT64: return numberOf<long long>(param);
+    case DT_UINT64: return numberOf<unsigned long long>(param);
+    case DT_FLOAT: return numberOf<float>(param);
+    case DT_DOUBLE: return numberOf<double>(param);
+    case DT_BINARY16: return py::cast(param.getData());
+    case DT_STRING: return py::cast(Wide{param.getDataString()});
+    case DT_STRINGRES: return py::cast(ResString(param.getData(), param.getDataString()));
+    default: return py::none();
+    }
+}
+
+// Absent parameters are None.
+py::tuple params(Error const& self) {
+    Param const* const all[] = {self.error->getParam0(), self.error->getParam1(),
+                                self.error->getParam2()};
+    py::list values;
+    for (Param const* param : all) {
+        values.append(param != nullptr ? valueOf(*param) : py::none());
+    }
+    return py::tuple(values);
+}
+
+py::object part(Error const& self, HLVError const* error) {
+    return error != nullptr ? py::cast(Error{Shared(self.error, error)}) : py::none();
+}
+
+py::list chain(Error const& self) {
+    py::list list;
+    for (HLVError const* at = self.error.get(); at != nullptr; at = at->getPrecedingError()) {
+        list.append(part(self, at));
+    }
+    return list;
+}
+
+Wide text(Error const& self) {
+    std::wostringstream stream;
+    stream << *self.error;
+    return {stream.str()};
+}
+
+std::string described(Error const& self, Translator const& translator) {
+    std::ostringstream stream;
+    describe(stream, *self.error, translator);
+    return stream.str();
+}
+
+std::string json(Error const& self) {
+    std::ostringstream stream;
+    writeJson(stream, *self.error);
+    return stream.str();
+}
+
+void raise(Error const& self, std::string const& trace) {
+    throw HLVErrorException(HLVError::copy(self.error.get()), trace);
+}
+
+// An exception that carries an error gives it; every other is code -1 with its text, as an
+// exception of C++ is, and what caused it precedes it.
+Error fromException(py::object const& exception) {
+    py::list causes;
+    py::object at = exception;
+    for (; !at.is_none() && !py::hasattr(at, "error"); at = at.attr("__cause__")) {
+        bool const isRing = causes.contains(at);
+        if (isRing || PyExceptionInstance_Check(at.ptr()) == 0) {
+            break;
+        }
+        causes.append(at);
+    }
+    bool const hasError = py::hasattr(at, "error") && py::isinstance<Error>(at.attr("error"));
+    std::unique_ptr<HLVError> chain(
+        hasError ? new HLVError(*at.attr("error").cast<Error const&>().error) : nullptr);
+    for (std::size_t i = causes.size(); i-- > 0;) {
+        std::string const name = py::str(causes[i].get_type().attr("__name__"));
+        std::wstring const what =
+            as<Wide>(py::str(py::str(name) + py::str(": ") + py::str(causes[i]))).text;
+        auto param = std::make_unique<Param>(what);
+        auto next = std::unique_ptr<HLVError>(
+            new HLVError(-1, nullptr, chain.get(), param.get(), nullptr, nullptr));
+        static_cast<void>(param.release());
+        static_cast<void>(chain.release());
+        chain = std::move(next);
+    }
+    if (chain == nullptr) {
+        throw py::type_error("no exception");
+    }
+    return {std::move(chain)};
+}
+
+PyObject* exceptionType = nullptr; // lives as long as the process
+
+void translate(std::exception_ptr pointer) {
+    try {
+        std::rethrow_exception(pointer);
+    } catch (HLVErrorException& e) {
+        py::object const error =
+            py::reinterpret_borrow<py::object>(exceptionType)(py::str(e.what()));
+        error.attr("error") = Error{Shared(HLVError::copy(e.error()))};
+        error.attr("trace") = py::reinterpret_steal<py::object>(PyUnicode_DecodeUTF8(
+            e.trace().data(), static_cast<Py_ssize_t>(e.trace().size()), "replace"));
+        PyErr_SetObject(exceptionType, error.ptr());
+    }
+}
+
+void addList(py::object const& scope) {
+    using List = HLVError::List;
+    py::class_<List>(scope, "List", "Errors and warnings in the order in which they were added.")
+        .def(py::init<>())
+        .def(
+            "add",
+            [](List& list, Error const& error) {
+                return list.add(std::make_unique<HLVError>(*error.error));
+            },
+            py::arg("error"), "Adds a copy, but not of code 0; whether it is an error.")
+        .def("clear", &List::clear, "Removes all entries.")
+        .def("getCount", &List::getCount, "The number of entries.")
+        .def("getErrorCount", &List::getErrorCount, "The number of codes below 0.")
+        .def("getWarningCount", &List::getWarningCount, "The number of codes above 0.")
+        .def("__len__", &List::getCount)
+        .def(
+            "__iter__",
+            [](List const& list) {
+                py::list entries;
+                for (auto at = list.begin(); !at.end(); ++at) {
+                    entries.append(py::cast(Error{Shared(HLVError::copy(*at))}));
+                }
+                return py::iter(entries);
+            },
+            "Iterates over copies of what the list holds now.");
+}
+
+} // namespace
+
+void addErrors(py::module_& module) {
+    py::class_<Error> type(module, "HLVError",
+                           "A code, up to three values, and the error that this one wraps. It does "
+                           "not change.\n\nBelow 0 is an error, above 0 a warning.");
+    type.def(
+            py::init(&createFrom),
+            "HLVError(code, *values, preceding=None): up to three values of bool, int, float, str, "
+            "Binary16 or ResString; `preceding` is copied.")
+        .def_static("fromException", &fromException, py::arg("exception"),
+                    "The error of an exception that carries one; of every other, code -1 and its "
+                    "text, preceded by its cause.")
+        .def(
+            "getCode", [](Error const& self) { return self.error->getCode(); }, "The code.")
+        .def("params", &params, "The three parameters; an absent one is None.")
+        .def(
+            "getPrecedingError",
+            [](Error const& self) { return part(self, self.error->getPrecedingError()); },
+            "The error that this one wraps, or None.")
+        .def(
+            "getBaseError",
+            [](Error const& self) { return part(self, self.error->getBaseError()); },
+            "The end of the chain.")
+        .def(
+            "getByCode",
+            [](Error const& self, int code) { return part(self, self.error->getByCode(code)); },
+            py::arg("code"), "The first error of the chain with the code, or None.")
+        .def(
+            "isError", [](Error const& self) { return HLVError::isError(self.error.get()); },
+            "Whether the code is below 0.")
+        .def(
+            "isWarning", [](Error const& self) { return HLVError::isWarning(self.error.get()); },
+            "Whether the code is above 0.")
+        .def(
+            "message", [](Error const& self) { return self.error->messageA(); },
+            "Error and the code.")
+        .def("describe", &described, py::arg("translator"), "The chain in a translator's words.")
+        .def("toJson", &json, "The chain as a line of JSON.")
+        .def("throw", &raise, py::arg("trace") = "", "Raises it, through C++'s own exception.")
+        .def("__iter__", [](Error const& self) { return py::iter(chain(self)); })
+        .def("__str__", &text)
+        .def("__repr__",
+             [](Error const& self) { return "<HLVError " + self.error->messageA() + ">"; });
+    addList(type);
+    exceptionType = PyErr_NewExceptionWithDoc(
+        "halvtypes.HLVErrorException",
+        "An exception of C++ with its chain in `error`, and its `trace`.", nullptr, nullptr);
+    if (exceptionType == nullptr) {
+        throw py::error_already_set();
+    }
+    module.add_object("HLVErrorException", exceptionType);
+    py::register_local_exception_translator(&translate);
+}
+
+} // namespace HalvPython

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <Halvora/text/HLVString.h>
+#include <Halvora/types/Binary16.h>
+
+#include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+namespace HalvPython {
+
+namespace py = pybind11;
+
+/// Wide text on its way from or to a Python `str`, a character an element.
+struct Wide {
+    std::wstring text; ///< Lone surrogates are kept; what is above U+10FFFF goes out as U+FFFD.
+};
+
+/// 16-bit text on its way from or to a Python `str`, as UTF-16. Lone surrogates are kept.
+struct Units {
+    Halvora::HLVString text; ///< The code units.
+};
+
+/// The bytes of whatever has the buffer protocol, held for as long as this lives.
+class Bytes {
+public:
+    /// Throws Python's own exception when `source` has no bytes to give; `isWritten` asks for
+    /// bytes that may be changed.
+    explicit Bytes(py::handle source, bool isWritten = false);
+    Bytes(Bytes const&) = delete;
+    Bytes& operator=(Bytes const&) = delete;
+    /// Gives the bytes back.
+    ~Bytes() { PyBuffer_Release(&m_view); }
+
+    /// The `size` bytes from `offset` on; throws `IndexError` when they do not lie inside.
+    unsigned char* at(std::size_t offset, std::size_t size = 0) const;
+    /// How many bytes lie from `offset` on; throws `IndexError` for an offset outside.
+    std::size_t behind(std::size_t offset) const;
+    /// All of them as text.
+    std::string_view view() const;
+
+private:
+    Py_buffer m_view;
+};
+
+/// Throws the exception that carries a result code; nothing for 0.
+void check(int result);
+
+/// The value of C++ that `source` stands for; throws `TypeError` when it is none, or not in range.
+template <typename T>
+T as(py::handle source) {
+    py::detail::make_caster<T> caster;
+    if (!caster.load(source, !std::is_same_v<T, bool>)) {
+        throw py::type_error("no value of the type, or not in its range: " +
+                             std::string(py::repr(source)));
+    }
+    return py::detail::cast_op<T>(caster);
+}
+
+// What each source adds to the module.
+void addTypes(py::module_& module);
+void addBinary16(py::module_& module);
+void addText(py::module_& module);
+void addResString(py::module_& module);
+void addVarChar(py::module_& module);
+void addArray(py::module_& module);
+void addErrors(py::module_& module);
+void addVersion(py::module_& module);
+
+} // namespace HalvPython
+
+namespace pybind11::detail {
+
+template <>
+struct type_caster<HalvPython::Wide> {
+    PYBIND11_TYPE_CASTER(HalvPython::Wide, const_name("str"));
+    bool load(handle source, bool);
+    static handle cast(HalvPython::Wide const& wide, return_value_policy, handle);
+};
+
+template <>
+struct type_caster<HalvPython::Units> {
+    PYBIND11_TYPE_CASTER(HalvPython::Units, const_name("str"));
+    bool load(handle source, bool);
+    static handle cast(HalvPython::Units const& units, return_value_policy, handle);
+};
+
+} // namespace pybind11::detail
