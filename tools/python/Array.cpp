@@ -233,6 +233,10 @@ std::string shown(Array const& array) {
 
 // The part of it that may throw.
 Array& fill(PyObject* self, Py_buffer& view, int flags) {
+    auto* const instance = reinterpret_cast<py::detail::instance*>(self);
+    if (!instance->get_value_and_holder().holder_constructed()) {
+        throw py::buffer_error("__init__ has not run");
+    }
     Array& array = py::cast<Array&>(py::handle(self));
     if ((flags & PyBUF_WRITABLE) != 0) {
         throw py::buffer_error("elements are read, not written");
