@@ -30,6 +30,7 @@ TEST(CsvReader, rules) {
         {unlimited, "\"a,b\",\"c\"\"d\"\"\",\"\"\"\"", "1+1: a,b|c\"d\"|\"\n"                          },
         {unlimited, "\"a\nb\r\nc\rd\"\ne,\"\"",        "1+4: a\nb\r\nc\rd\n5+1: e|\n"                  },
         {unlimited, "\xEF\xBB\xBF\"a\"\n\xEF\xBB\xBF", "1+1: a\n2+1: \xEF\xBB\xBF\n"                   },
+        {unlimited, "\xEF\xBBx\n",                     "1+1: \xEF\xBBx\n"                              },
         {unlimited, "a,b\"c,\"d\ne\"\nf",              "1+1: 0 at 1:4\n2+1: 0 at 2:2\n3+1: f\n"        },
         {unlimited, "\xEF\xBB\xBF\"a\"b\n, \"c\"",     "1+1: 0 at 1:3\n2+1: 0 at 2:3\n"                },
         {unlimited, "a,\"b\nc,\"d\"\n\"e",             "1+1: 1 at 1:3\n2+1: c|d\n3+1: 1 at 3:1\n"      },

@@ -81,14 +81,15 @@ TEST(VarChar, rawFormsAndSlotsLieAnywhere) {
 TEST(VarChar, orderIsThatOfTheStoredBytes) {
     std::wstring const longer(256, L'a');
     std::pair<std::wstring, std::wstring> const rows[] = {
-        {L"",       L"a"         },
-        {L"a",      L"b"         },
-        {L"b",      L"ab"        },
-        {longer,    L"a"         },
-        {L"\x100",  L"\xFF"      },
-        {L"\xFF",   L"\x1FF"     },
-        {L"a\x100", L"ab"        },
-        {longer,    longer + L"a"},
+        {L"",           L"a"         },
+        {L"a",          L"b"         },
+        {L"b",          L"ab"        },
+        {longer,        L"a"         },
+        {L"\x100",      L"\xFF"      },
+        {L"\xFF",       L"\x1FF"     },
+        {L"a\x100",     L"ab"        },
+        {longer,        longer + L"a"},
+        {longer + L"a", longer + L"b"},
     };
     for (auto const& [less, more] : rows) {
         VarChar const a(less), b(more), c(a);
