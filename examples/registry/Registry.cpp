@@ -71,7 +71,7 @@ public:
 
 private:
     int_type underflow() override {
-        auto const size = m_file.sgetn(m_block.data(), m_block.size());
+        auto const size = m_file.sgetn(m_block.data(), std::streamsize(m_block.size()));
         std::string_view const block(m_block.data(), static_cast<std::size_t>(size));
         setg(m_block.data(), m_block.data(), m_block.data() + size);
         return size != 0 && m_goesOn(block) ? traits_type::to_int_type(m_block[0])
