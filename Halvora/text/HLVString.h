@@ -46,47 +46,10 @@ using HLVString = std::basic_string<unsigned short>;
 
 } // namespace Halvora
 
-// Instantiated once, in the library, is what programs use most. From C++20 on every member is
-// inline (constexpr) anyway, and the library, built as C++17, does not hold the newer ones.
+// Instantiated once, in the library. From C++20 on every member is inline (constexpr) anyway, and
+// the library, built as C++17, does not hold the newer ones.
 #    if __cplusplus <= 201703L
-extern template std::basic_string<unsigned short>::basic_string();
-extern template std::basic_string<unsigned short>::basic_string(basic_string const&);
-extern template std::basic_string<unsigned short>::basic_string(basic_string&&) noexcept;
-extern template std::basic_string<unsigned short>::basic_string(unsigned short const*, size_type,
-                                                                allocator_type const&);
-extern template std::basic_string<unsigned short>::~basic_string<unsigned short>();
-extern template Halvora::HLVString&
-std::basic_string<unsigned short>::operator=(basic_string const&);
-extern template Halvora::HLVString& std::basic_string<unsigned short>::operator=(basic_string&&);
-extern template Halvora::HLVString& std::basic_string<unsigned short>::assign(basic_string const&);
-extern template Halvora::HLVString&
-std::basic_string<unsigned short>::assign(unsigned short const*);
-extern template Halvora::HLVString& std::basic_string<unsigned short>::assign(unsigned short const*,
-                                                                              size_type);
-extern template Halvora::HLVString& std::basic_string<unsigned short>::assign(size_type,
-                                                                              unsigned short);
-extern template Halvora::HLVString& std::basic_string<unsigned short>::append(basic_string const&);
-extern template Halvora::HLVString&
-std::basic_string<unsigned short>::append(unsigned short const*);
-extern template Halvora::HLVString& std::basic_string<unsigned short>::append(unsigned short const*,
-                                                                              size_type);
-extern template Halvora::HLVString& std::basic_string<unsigned short>::append(size_type,
-                                                                              unsigned short);
-extern template Halvora::HLVString& std::basic_string<unsigned short>::insert(size_type,
-                                                                              basic_string const&);
-extern template Halvora::HLVString&
-std::basic_string<unsigned short>::insert(size_type, unsigned short const*, size_type);
-extern template void std::basic_string<unsigned short>::push_back(unsigned short);
-extern template void std::basic_string<unsigned short>::resize(size_type, unsigned short);
-extern template void std::basic_string<unsigned short>::reserve(size_type);
-extern template void std::basic_string<unsigned short>::swap(basic_string&);
-extern template Halvora::HLVString std::basic_string<unsigned short>::substr(size_type,
-                                                                             size_type) const;
-extern template int std::basic_string<unsigned short>::compare(basic_string const&) const;
-extern template Halvora::HLVString::size_type
-std::basic_string<unsigned short>::find(unsigned short, size_type) const;
-extern template Halvora::HLVString::size_type
-std::basic_string<unsigned short>::find(unsigned short const*, size_type, size_type) const;
+extern template class std::basic_string<unsigned short>;
 #    endif
 
 #else
