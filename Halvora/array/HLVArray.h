@@ -223,8 +223,6 @@ public:
     int setBin16(unsigned short index, Binary16 const& value);
     /// Sets a `DT_STRING`.
     int setString(unsigned short index, std::wstring const& value);
-    /// Braces that were a text by accident.
-    int setString(unsigned short, detail::NoText<wchar_t>) = delete;
     /// Sets a `DT_STRINGRES`.
     int setResString(unsigned short index, ResString const& value);
 
@@ -266,8 +264,6 @@ public:
     int addBin16(Binary16 const& value);
     /// Appends a `DT_STRING`; moves all texts.
     int addString(std::wstring const& value);
-    /// Braces that were a text by accident.
-    int addString(detail::NoText<wchar_t>) = delete;
     /// Appends a `DT_STRINGRES`; moves all texts.
     int addResString(ResString const& value);
 

@@ -37,8 +37,6 @@ public:
 
     /// Appends `" -> "` and the text to the trace. A failed allocation leaves the trace as it was.
     void addTrace(std::string const& text);
-    /// Braces that were a text by accident.
-    void addTrace(detail::NoText<char>) = delete;
 
 private:
     int m_code;

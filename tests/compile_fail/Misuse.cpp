@@ -53,23 +53,20 @@ static_assert(!std::is_assignable_v<ResString&, int> &&
         constexpr bool name = true;            \
         template <typename T>                  \
         constexpr bool name<T, decltype(void(__VA_ARGS__))> = false
-REFUSED(addOne, std::declval<T&>().addString({1}));
-REFUSED(setMixed, std::declval<T&>().setString(0, {1, 2u}));
-REFUSED(addLiterals, std::declval<T&>().addString({L"a", L"b"}));
 REFUSED(construct, T({1, 2, 3}));
 REFUSED(assign, std::declval<T&>() = {2, L'x'});
-REFUSED(addTrace, std::declval<T&>().addTrace({true, 'x'}));
 REFUSED(trace, T(1, "message", {1, 2}));
-static_assert(addOne<HLVArray> && setMixed<HLVArray> && addLiterals<HLVArray>);
-static_assert(construct<VarChar> && assign<VarChar> && addTrace<Exception> && trace<Exception>);
+REFUSED(twoTexts, T({L"a", L"b"}));
+static_assert(construct<VarChar> && assign<VarChar> && trace<Exception> && twoTexts<HLVArray>);
 
 void use(HLVArray& array, Binary16& value, ResString const& text, VarChar& raw, Exception& e) {
     static_cast<void>(array.addBool(true) + array.setBool(0, text == text) + value.set(true));
-    array.addString({}), array.addString({L'1', 0}), array.addString({L"ab", 1});
-#    if __cplusplus <= 202002L // later a std::wstring is not made of a null pointer
-    array.addString(0);
-#    endif
-    raw = {L'a', L'b'}, e.addTrace({"ab", 1});
+    raw = {L'a', L'b'};
+    // What programs pass on by its address alone is not overloaded.
+    auto const add = &HLVArray::addString;
+    auto const set = &HLVArray::setString;
+    auto const trace = &Exception::addTrace;
+    (array.*add)({}), (array.*set)(0, {L"ab", 1}), (e.*trace)("x");
 #    if defined(HALV_CASE_4)
     array.addBool("x");
 #    elif defined(HALV_CASE_5)
