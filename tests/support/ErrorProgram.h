@@ -2,240 +2,252 @@
 
 #include <Halvora/error/HLVError.h>
 
-#include <algorithm>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <new>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace Halvora::test {
 
-// A chain as it has to be: the newest error, and the codes from it down.
+// A chain as it has to be: its newest error, and the codes from it down.
 struct ModelChain {
     HLVError const* head = nullptr;
-    std::vector<int> codes;
+    std::string codes = {};
 
-    int code() const { return codes.empty() ? 0 : codes.front(); }
+    int code() const { return codes.empty() ? 0 : std::stoi(codes); }
     std::string text() const {
-        std::string text = "[";
-        for (int const each : codes) {
-            text += " " + std::to_string(each);
-        }
-        return text + " ]";
+        return '(' + std::to_string(reinterpret_cast<std::uintptr_t>(head)) + codes + ')';
     }
 };
 
-// What is wrong with a chain; empty if nothing is.
-inline std::string faultOf(HLVError const* error, ModelChain const& chain) {
-    ModelChain found{error, {}};
-    HLVError const *base = nullptr, *two = nullptr;
-    for (auto const* at = error; at != nullptr; at = at->getPrecedingError()) {
-        found.codes.push_back(at->getCode());
-        base = at;
-        two = two == nullptr && at->getCode() == 2 ? at : two;
+// As it is.
+inline ModelChain chainOf(HLVError const* error) {
+    ModelChain chain{error};
+    for (; error != nullptr; error = error->getPrecedingError()) {
+        chain.codes += ' ' + std::to_string(error->getCode());
     }
-    bool const isFound =
-        error == nullptr || (error->getBaseError() == base && error->getByCode(2) == two);
-    return found.codes != chain.codes ? found.text() + " instead of " + chain.text()
-           : error != chain.head      ? "another object with " + chain.text()
-           : isFound                  ? ""
-                                      : "a search fails in " + chain.text();
+    return chain;
 }
 
-// What is wrong with a list: its entries in order, its counts, its first and last error.
-inline std::string faultOf(HLVError::List const& list, std::vector<ModelChain> const& entries) {
+inline std::string listText(std::string const& entries, int errors, int warnings,
+                            HLVError const* first, HLVError const* last) {
+    return entries + ": " + std::to_string(errors) + " errors from " + chainOf(first).text() +
+           " to " + chainOf(last).text() + ", " + std::to_string(warnings) + " warnings";
+}
+inline std::string textOf(std::vector<ModelChain> const& list) {
+    std::string entries;
     std::vector<HLVError const*> errors{nullptr};
-    auto at = list.begin();
-    for (ModelChain const& entry : entries) {
-        std::string const fault = faultOf(*at, entry);
-        if (at.end() || !fault.empty()) {
-            return "an entry is " + fault;
-        }
-        entry.code() < 0 ? errors.push_back(*at) : void();
-        ++at;
+    for (ModelChain const& entry : list) {
+        entries += entry.text();
+        entry.code() < 0 ? errors.push_back(entry.head) : void();
     }
-    auto const count = static_cast<int>(entries.size()),
-               ofErrors = static_cast<int>(errors.size()) - 1;
-    bool const isCounted = list.getCount() == count && list.getErrorCount() == ofErrors &&
-                           list.getWarningCount() == count - ofErrors;
-    return !at.end() || *at != nullptr || at != list.end() ? "there are more entries"
-           : !isCounted                                    ? "it counts wrongly"
-           : list.getFirstError() != errors[ofErrors > 0] || list.getLastError() != errors.back()
-               ? "its first or last error is another one"
-               : "";
+    int const all = static_cast<int>(list.size()), count = static_cast<int>(errors.size()) - 1;
+    return listText(entries, count, all - count, errors[count > 0], errors.back());
+}
+inline std::string textOf(HLVError::List const& list) {
+    std::string entries;
+    for (HLVError const* error : list) {
+        entries += chainOf(error).text();
+    }
+    bool const isCounted = list.getCount() == list.getErrorCount() + list.getWarningCount();
+    return listText(isCounted ? entries : "another count of " + entries, list.getErrorCount(),
+                    list.getWarningCount(), list.getFirstError(), list.getLastError());
 }
 
-// Holders and lists that pass errors on in every way there is, beside their model. The choices come
-// from outside: from dice, or from a fuzzer's bytes.
+// Holders and lists that pass errors on in every way there is, beside their model. In every second
+// step each allocation fails once, which has to leave everything as it was.
 class ErrorProgram {
 public:
-    using Choose = std::function<int(int)>; // choose(n) gives 0 to n - 1
+    using Choose = std::function<int(int)>; // choose(n) gives 0 to n - 1: dice, or a fuzzer's bytes
+    using Fail = std::function<void(long)>; // the n-th allocation from now on fails; 0: none
 
-    explicit ErrorProgram(Choose choose) : m_choose(std::move(choose)) {}
+    ErrorProgram(Choose choose, Fail fail) : m_choose(std::move(choose)), m_fail(std::move(fail)) {}
 
-    // Does one operation, of which every one has so many ways, on a holder or two and a list or
-    // two. What is wrong then, with the step and those before; empty if nothing is.
+    // One operation. What is wrong then, with the step and those before; empty if nothing is.
     std::string step() {
-        static constexpr struct {
-            char const* name;
-            int ways;
-            void (ErrorProgram::*run)(int way, int a, int b);
-        } operations[] = {
-            {"make",    4, &ErrorProgram::make  },
-            {"pass on", 9, &ErrorProgram::passOn},
-            {"add",     4, &ErrorProgram::add   },
-            {"join",    3, &ErrorProgram::join  },
-            {"change",  7, &ErrorProgram::change}
-        };
-        auto const& operation = operations[m_choose(std::size(operations))];
-        int const way = m_choose(operation.ways), a = m_choose(3), b = m_choose(3);
-        m_steps += std::string("\n  ") + operation.name;
-        for (int const number : {way, a, b}) {
-            m_steps += " " + std::to_string(number);
-        }
-        (this->*operation.run)(way, a, b);
-        findFaults();
-        m_steps.erase(0, m_steps.size() > 500 ? m_steps.find('\n', m_steps.size() - 500) : 0);
-        return m_fault.empty() ? "" : m_fault + "Steps (way, holder or list, another):" + m_steps;
+        Step(*this, m_choose(3), m_choose(3), m_choose(2), m_choose(2)).take();
+        m_steps.erase(0, m_steps.size() > 900 ? m_steps.find('\n', m_steps.size() - 900) : 0);
+        return m_fault.empty() ? "" : m_fault + "The steps:" + m_steps;
     }
 
 private:
     using Holder = HLVError::Holder;
     using List = HLVError::List;
+    using Param = HLVError::Param;
 
-    void expect(bool isRight, std::string const& what) { m_fault += isRight ? "" : what + "\n"; }
+    // An error on its way. What nobody takes goes back.
+    struct Lent : std::unique_ptr<HLVError> {
+        explicit Lent(Holder& from) : unique_ptr(from.extractError()), owner(from) {}
+        ~Lent() { owner.setError(release()); }
+        Holder& owner;
+    };
 
-    // The operations: first on the errors, then on the model.
-
-    void make(int way, int h, int) {
-        int const code = m_choose(5) - 2;
-        m_steps += " with code " + std::to_string(code);
-        Holder& holder = m_holders[h];
-        std::vector<int>& codes = m_held[h].codes;
-        codes.resize(way == 0 || codes.size() > 5 ? 0 : codes.size());
-        switch (codes.empty() ? 0 : way) {
-        case 0: holder.setError(HLVError::create(code, "text", way)); break;
-        case 1: holder.prepend(code, std::wstring(9, L'w'), 7); break;
-        case 2: holder.prependError(code, nullptr, new HLVError::Param(7)); break;
-        default: holder.prependError(code, this, nullptr, nullptr, new HLVError::Param(-7));
+    // A step with two holders and two lists, which may be the same, at a position of the first.
+    struct Step {
+        Step(ErrorProgram& of, int a, int b, int c, int d)
+            : program(of),
+              h(of.m_holders[a]),
+              g(of.m_holders[b]),
+              l(of.m_lists[c]),
+              k(of.m_lists[d]),
+              H(of.m_held[a]),
+              G(of.m_held[b]),
+              L(of.m_listed[c]),
+              K(of.m_listed[d]),
+              code(of.m_choose(5) - 2),
+              forward(std::size_t(of.m_choose(8))),
+              back(std::size_t(of.m_choose(8))),
+              at((forward + L.size() * back) % (L.size() + 1)) {
+            of.m_steps += "\n  h, g, l, k are " + std::to_string(a) + std::to_string(b) +
+                          std::to_string(c) + std::to_string(d) + ", at " + std::to_string(at);
         }
-        codes.insert(codes.begin(), code);
-        m_held[h].head = holder.getError();
-    }
 
-    void passOn(int way, int from, int to) {
-        Holder &source = m_holders[from], &target = m_holders[to];
-        switch (way) {
-        case 0: std::as_const(source).copy(target); break;
-        case 1: target = std::as_const(source); break;
-        case 2: target = Holder(source); break;
-        case 3: target.setError(HLVError::copy(source.getError())); break;
-        case 4: source.move(target); break;
-        case 5: target = std::move(source); break;
-        case 6: target = Holder(std::move(source)); break;
-        case 7: target.setError(std::unique_ptr<HLVError>(source.extractError())); break;
-        default: target.setError(source.extractError());
-        }
-        ModelChain const passed = way < 4 ? m_held[from] : std::exchange(m_held[from], {});
-        bool const isNew = way < 4 && passed.head != nullptr;
-        expect(isNew == (target.getError() != passed.head), "a copy is none, or a move is one");
-        m_held[to] = {target.getError(), passed.codes};
-    }
-
-    void add(int way, int h, int l) {
-        l %= 2;
-        int const code = m_held[h].code();
-        List& list = m_lists[l];
-        std::unique_ptr<HLVError> error(way == 0 ? nullptr : m_holders[h].extractError());
-        bool const isAnError = way == 0   ? list += m_holders[h]
-                               : way == 1 ? list += std::move(error)
-                               : way == 2 ? list += error.get()
-                                          : list += *std::make_unique<List>(std::move(error));
-        // What a list does not take stays with the one who gave a pointer.
-        static_cast<void>(way == 2 && code != 0 ? error.release() : nullptr);
-        expect(isAnError == (code < 0), "the answer whether it is an error");
-        m_listed[l].insert(m_listed[l].end(), code != 0 ? 1 : 0, m_held[h]);
-        m_held[h] = {};
-    }
-
-    void join(int way, int to, int from) {
-        to %= 2, from %= 2;
-        List &target = m_lists[to], &source = m_lists[from];
-        if (way == 0) {
-            bool const hasErrors = to != from && source.getErrorCount() > 0;
-            expect((target += source) == hasErrors, "the answer whether there are errors");
-        } else {
-            target.clear(), m_listed[to].clear();
-            target = way == 1 ? std::move(source) : List(std::move(source));
-        }
-        auto const joined = std::exchange(m_listed[from], {});
-        m_listed[to].insert(m_listed[to].end(), joined.begin(), joined.end());
-    }
-
-    // At the position that steps along the ring lead to.
-    void change(int way, int h, int l) {
-        l %= 2;
-        List& list = m_lists[l];
-        std::vector<ModelChain>& entries = m_listed[l];
-        std::size_t const end = entries.size();
-        std::size_t at = 0;
-        List::iterator position = list.begin();
-        for (int steps = m_choose(8); steps > 0; --steps) {
-            bool const isForward = m_choose(2) == 0;
-            isForward ? ++position : --position;
-            at = (at + (isForward ? 1 : end)) % (end + 1);
-            expect(position.begin() == (at == 0) && position.end() == (at == end), "a step");
-        }
-        m_steps += " at " + std::to_string(at) + " of " + std::to_string(end);
-        changeAt(way, h, list, position);
-        if (at == end || way == 6) {
-            return;
-        }
-        ModelChain const entry = entries[at];
-        bool const isReplaced = way > 1 && m_held[h].code() != 0;
-        isReplaced ? void(entries[at] = m_held[h])
-                   : void(entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(at)));
-        m_held[h] = way == 0 ? entry : way == 1 ? m_held[h] : ModelChain();
-    }
-
-    void changeAt(int way, int h, List& list, List::iterator& position) {
-        bool const isTaken = !position.end() && m_held[h].code() != 0;
-        switch (way) {
-        case 0: list.extract(position, m_holders[h]); break;
-        case 1: list.remove(position); break;
-        case 2:
-        case 3: list.replace(position, m_holders[h]); break;
-        case 4:
-        case 5: {
-            std::unique_ptr<HLVError> error(m_holders[h].extractError());
-            if (way == 4 || !isTaken) {
-                list.replace(position, std::move(error));
-                error ? m_holders[h].setError(std::move(error)) : void();
-            } else {
-                list.replace(position, error.release());
+#define DO(call, model) \
+    perform(            \
+        #call, [&] { call; }, [&] { model; })
+        // clang-format off
+        void take() {
+            switch (program.m_choose(H.codes.size() > 15 ? 1 : 28)) {
+            case 0: return DO(h.setError(HLVError::create(code, "text")), (H = {}, grow()));
+            case 1: return DO(h.prepend(code, std::wstring(9, L'w'), 7), grow());
+            case 2: return DO(h.prependError(code, new Param(7)), grow());
+            case 3: return DO(h.prependError(code, nullptr, new Param(7)), grow());
+            case 4: return DO(h.prependError(code, this, nullptr, nullptr, new Param(7)), grow());
+            case 5: return DO(h.copy(g), copy());
+            case 6: return DO(g = std::as_const(h), copy());
+            case 7: return DO(g = Holder(h), copy());
+            case 8: return DO(g.setError(HLVError::copy(h.getError())), copy());
+            case 9: return DO(h.move(g), G = taken());
+            case 10: return DO(g = std::move(h), G = taken());
+            case 11: return DO(g = Holder(std::move(h)), G = taken());
+            case 12: return DO(g.setError(h.extractError()), G = taken());
+            case 13: return DO(g.setError(std::unique_ptr<HLVError>(h.extractError())), G = taken());
+            case 14: return DO(answer = l += h, append(taken()));
+            case 15: return DO(answer = l += Lent(h), append(taken()));
+            case 16: return DO(answer = l += *std::make_unique<List>(Lent(h)), append(taken()));
+            case 17: return DO(give([&](HLVError* error) { answer = l += error; }), append(kept()));
+            case 18: return DO(answer = l += k, join());
+            case 19: return DO(l = std::move(k), L = std::exchange(K, {}));
+            case 20: return DO(l = List(std::move(k)), L = std::exchange(K, {}));
+            case 21: return DO(l.extract(position(), h), (H = at < L.size() ? L[at] : H, replace({})));
+            case 22: return DO(l.remove(position()), replace({}));
+            case 23: return DO(l.replace(position(), h), replace(at < L.size() ? taken() : H));
+            case 24: return DO(l.replace(position(), Lent(h)), replace(at < L.size() ? taken() : H));
+            case 25: return DO(give([&](HLVError* error) { l.replace(position(), error); }, at < L.size()), replace(at < L.size() ? kept() : H));
+            case 26: return DO(l.clear(), L.clear());
+            default: return DO(l.replace(position(), *position()), void()); // by itself
             }
-            break;
         }
-        default: list.replace(position, *position); // by itself
+        // clang-format on
+#undef DO
+
+        // What the holder gave away, or keeps when it gave a pointer to what is no error.
+        ModelChain taken() {
+            return std::exchange(H, {});
         }
+        ModelChain kept() {
+            return H.code() != 0 ? taken() : H;
+        }
+
+        void grow() {
+            H = {h.getError(), ' ' + std::to_string(code) + H.codes};
+        }
+        void copy() {
+            program.expect("A copy", H.head != nullptr, g.getError() != H.head);
+            G = {g.getError(), H.codes};
+        }
+        void append(ModelChain const& chain) {
+            program.expect("The answer whether it is an error", chain.code() < 0, answer);
+            L.insert(L.end(), chain.code() != 0 ? 1 : 0, chain);
+        }
+        void join() {
+            auto const joined = &L != &K ? std::exchange(K, {}) : std::vector<ModelChain>();
+            L.insert(L.end(), joined.begin(), joined.end());
+            bool hasErrors = false;
+            for (ModelChain const& chain : joined) {
+                hasErrors = hasErrors || chain.code() < 0;
+            }
+            program.expect("The answer whether there are errors", hasErrors, answer);
+        }
+        void replace(ModelChain const& chain) {
+            if (at < L.size()) {
+                L.erase(L.begin() + static_cast<std::ptrdiff_t>(at));
+                L.insert(L.begin() + static_cast<std::ptrdiff_t>(at), chain.code() != 0, chain);
+            }
+        }
+
+        template <typename Act>
+        void give(Act act, bool isTaken = true) {
+            Lent error(h);
+            act(error.get());
+            H.code() != 0 && isTaken ? void(error.release()) : void();
+        }
+
+        // Along the ring, forward and then back.
+        List::iterator& position() {
+            found = l.begin();
+            for (std::size_t step = 0; step < forward + back; ++step) {
+                step < forward ? ++found : --found;
+            }
+            program.expect("Being at the beginning", at == 0, found.begin());
+            program.expect("Being at the end", at == L.size(), found.end());
+            return found;
+        }
+
+        // Carries the call out until no allocation fails any more, then changes the model.
+        template <typename Act, typename Model>
+        void perform(std::string const& call, Act act, Model model) {
+            program.m_steps += ", code " + std::to_string(code) + ": " + call;
+            for (long failing = program.m_choose(2); failing >= 0; ++failing) {
+                std::string const when = "When allocation " + std::to_string(failing) + " fails, ";
+                program.m_fail(failing);
+                try {
+                    act();
+                    failing = -2;
+                } catch (std::bad_alloc const&) {
+                }
+                program.m_fail(0);
+                failing < 0 ? model() : void();
+                program.compare(failing < 0 ? "Now " : when);
+            }
+        }
+
+        ErrorProgram& program;
+        Holder &h, &g;
+        List &l, &k;
+        ModelChain &H, &G;
+        std::vector<ModelChain>&L, &K;
+        int code;
+        std::size_t forward, back, at;
+        bool answer = false;
+        List::iterator found = {};
+    };
+
+    template <typename T>
+    void expect(std::string const& what, T const& expected, T const& actual) {
+        std::ostringstream text;
+        text << what << " is\n  " << actual << " instead of\n  " << expected << '\n';
+        m_fault += expected == actual ? "" : text.str();
     }
 
-    void findFaults() {
+    void compare(std::string const& when) {
         for (int i = 0; i < 3; ++i) {
-            std::string const fault = faultOf(m_holders[i].getError(), m_held[i]);
-            expect(fault.empty() && bool(m_holders[i]) == !m_held[i].codes.empty(),
-                   "holder " + std::to_string(i) + ": " + fault);
+            HLVError const* const error = m_holders[i].getError();
+            expect(when + "holder " + std::to_string(i), m_held[i].text(), chainOf(error).text());
+            expect(when + "what a holder says", error != nullptr, bool(m_holders[i]));
         }
         for (int i = 0; i < 2; ++i) {
-            std::string const fault = faultOf(m_lists[i], m_listed[i]);
-            expect(fault.empty(), "list " + std::to_string(i) + ": " + fault);
+            expect(when + "list " + std::to_string(i), textOf(m_listed[i]), textOf(m_lists[i]));
         }
     }
 
     Choose m_choose;
-    std::string m_steps;
-    std::string m_fault;
+    Fail m_fail;
+    std::string m_steps, m_fault;
     Holder m_holders[3];
     List m_lists[2];
     ModelChain m_held[3];
