@@ -8,38 +8,20 @@
 using namespace Halvora;
 
 #if defined(HALV_CASE_1)
-#    define SECOND                      \
-        {                               \
-            -2, L"b", L"A sentence.", { \
-            }                           \
-        }
+#    define SECOND -2, L"b", L"A sentence."
 #elif defined(HALV_CASE_2)
-#    define SECOND               \
-        {                        \
-            7, L"b", nullptr, {} \
-        }
+#    define SECOND 7, L"b", nullptr
 #elif defined(HALV_CASE_3)
-#    define SECOND                     \
-        {                              \
-            7, L"b", L"\U0001F600", {} \
-        }
+#    define SECOND 7, L"b", L"\U0001F600"
 #elif defined(HALV_CASE_4)
 #    define HALF L"1234567812345678123456781234567812345678123456781234567812345678"
-#    define SECOND                      \
-        {                               \
-            7, L"b", L"A sentence.", {  \
-                nullptr, HALF HALF L"9" \
-            }                           \
-        }
+#    define SECOND 7, L"b", L"A sentence.", nullptr, HALF HALF L"9"
 #else
-#    define SECOND                      \
-        {                               \
-            7, L"b", L"A sentence.", {} \
-        }
+#    define SECOND 7, L"b", L"A sentence."
 #endif
 inline constexpr CatalogueRow tested[] = {
-    {-2, L"a", L"A sentence.", {}},
-    SECOND
+    {-2,              L"a", L"A sentence.", {}},
+    {SECOND}
 };
 static_assert(catalogue<tested>.getCount() == 2);
 
