@@ -69,7 +69,7 @@ public:
 
     // One operation. What is wrong then, with the step and those before; empty if nothing is.
     std::string step() {
-        Step(*this, m_choose(3), m_choose(3), m_choose(2), m_choose(2)).take();
+        Step{*this}.take();
         m_steps.erase(0, m_steps.size() > 900 ? m_steps.find('\n', m_steps.size() - 900) : 0);
         return m_fault.empty() ? "" : m_fault + "The steps:" + m_steps;
     }
@@ -88,30 +88,12 @@ private:
 
     // A step with two holders and two lists, which may be the same, at a position of the first.
     struct Step {
-        Step(ErrorProgram& of, int a, int b, int c, int d)
-            : program(of),
-              h(of.m_holders[a]),
-              g(of.m_holders[b]),
-              l(of.m_lists[c]),
-              k(of.m_lists[d]),
-              H(of.m_held[a]),
-              G(of.m_held[b]),
-              L(of.m_listed[c]),
-              K(of.m_listed[d]),
-              code(of.m_choose(5) - 2),
-              forward(std::size_t(of.m_choose(8))),
-              back(std::size_t(of.m_choose(8))),
-              at((forward + L.size() * back) % (L.size() + 1)) {
-            of.m_steps += "\n  h, g, l, k are " + std::to_string(a) + std::to_string(b) +
-                          std::to_string(c) + std::to_string(d) + ", at " + std::to_string(at);
-        }
-
 #define DO(call, model) \
     perform(            \
         #call, [&] { call; }, [&] { model; })
         // clang-format off
         void take() {
-            switch (program.m_choose(H.codes.size() > 15 ? 1 : 28)) {
+            switch (pick(H.codes.size() > 15 ? 1 : 28)) {
             case 0: return DO(h.setError(HLVError::create(code, "text")), (H = {}, grow()));
             case 1: return DO(h.prepend(code, std::wstring(9, L'w'), 7), grow());
             case 2: return DO(h.prependError(code, new Param(7)), grow());
@@ -201,8 +183,10 @@ private:
         // Carries the call out until no allocation fails any more, then changes the model.
         template <typename Act, typename Model>
         void perform(std::string const& call, Act act, Model model) {
-            program.m_steps += ", code " + std::to_string(code) + ": " + call;
-            for (long failing = program.m_choose(2); failing >= 0; ++failing) {
+            program.m_steps += "\n  h, g, l, k are " + std::to_string(a) + std::to_string(b) +
+                               std::to_string(c) + std::to_string(d) + ", at " +
+                               std::to_string(at) + ", code " + std::to_string(code) + ": " + call;
+            for (long failing = pick(2); failing >= 0; ++failing) {
                 std::string const when = "When allocation " + std::to_string(failing) + " fails, ";
                 program.m_fail(failing);
                 try {
@@ -216,13 +200,18 @@ private:
             }
         }
 
+        int pick(int n) {
+            return program.m_choose(n);
+        }
+
         ErrorProgram& program;
-        Holder &h, &g;
-        List &l, &k;
-        ModelChain &H, &G;
-        std::vector<ModelChain>&L, &K;
-        int code;
-        std::size_t forward, back, at;
+        int a = pick(3), b = pick(3), c = pick(2), d = pick(2), code = pick(5) - 2;
+        Holder &h = program.m_holders[a], &g = program.m_holders[b];
+        List &l = program.m_lists[c], &k = program.m_lists[d];
+        ModelChain &H = program.m_held[a], &G = program.m_held[b];
+        std::vector<ModelChain>&L = program.m_listed[c], &K = program.m_listed[d];
+        std::size_t forward = std::size_t(pick(8)), back = std::size_t(pick(8));
+        std::size_t at = (forward + L.size() * back) % (L.size() + 1);
         bool answer = false;
         List::iterator found = {};
     };
