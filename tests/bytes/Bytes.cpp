@@ -12,6 +12,8 @@
 #include <random>
 #include <sstream>
 
+#include <tests/support/ArrayModel.h>
+
 using namespace Halvora;
 
 namespace {
@@ -176,23 +178,13 @@ void writeTexts() {
     }
 }
 
-template <eDataType type, typename T>
-HLVArray arrayOf(T const (&values)[3]) {
-    if constexpr (type == DT_TICK) {
-        return HLVArray::createTick(3, values);
-    } else if constexpr (type == DT_ID) {
-        return HLVArray::createID(3, values);
-    } else {
-        return HLVArray(3, values);
-    }
-}
-template <eDataType type, typename T>
-void writeType(Element<type, T>) {
+template <typename Row, typename T = typename Row::Value>
+void writeType(Row row) {
     for (int i = 0; i < 30; ++i) {
         T const values[] = {any<T>(), any<T>(), any<T>()};
-        HLVArray array(type);
-        array.init(static_cast<unsigned short>(draw(4)), type);
-        int const added = array.add(arrayOf<type>(values)), refused = array.addID(Binary16());
+        HLVArray array(row.type);
+        array.init(static_cast<unsigned short>(draw(4)), row.type);
+        int const added = array.add(row.create(3, values)), refused = array.addID(Binary16());
         int const removed = array.removeRange(1, static_cast<unsigned short>(draw(4)));
         std::ostringstream kind, json, described;
         kind << array;
@@ -214,7 +206,7 @@ int main(int argc, char** argv) {
     writeRoundings();
     writeConversions();
     writeTexts();
-    ElementTypes::forEach([](auto element) { writeType(element); });
+    test::forEachArrayRow([](auto row) { writeType(row); });
     file.close();
     return file ? 0 : 1;
 }
