@@ -2,84 +2,63 @@
 
 #include "Bytes.h"
 
+#include <tuple>
+
 using namespace Halvora;
 
 namespace {
 
-struct Broken {};
-
-// Where a stream ends: after `room` characters it refuses the next ones, or throws.
-template <typename Char>
-class Sink : public std::basic_streambuf<Char> {
-    using Base = std::basic_streambuf<Char>;
-
-public:
-    Sink(std::size_t room, bool throws) : m_room(room), m_throws(throws) {}
-    std::basic_string<Char> const& taken() const { return m_taken; }
-
-private:
-    typename Base::int_type overflow(typename Base::int_type c) override {
-        if (m_taken.size() == m_room) {
-            return m_throws ? throw Broken() : Base::traits_type::eof();
-        }
-        m_taken += Base::traits_type::to_char_type(c);
-        return c;
-    }
-    std::size_t m_room;
-    bool m_throws;
-    std::basic_string<Char> m_taken;
-};
-
-// What became of an output.
-template <typename Char>
-struct Outcome {
-    std::basic_string<Char> taken;
-    std::ios_base::iostate state = std::ios_base::goodbit;
-    std::streamsize width = 0;
-    char thrown = '-';
-};
+using ios = std::ios_base;
 
 struct Setting {
     std::size_t room;
     bool throws;
-    std::ios_base::iostate exceptions;
+    ios::iostate exceptions;
     std::streamsize width;
 };
 
+// Where a stream ends: with no room left it refuses the next character, or throws.
+template <typename Char>
+struct Sink : std::basic_streambuf<Char> {
+    using typename std::basic_streambuf<Char>::int_type;
+    explicit Sink(Setting const& of) : setting(of) {}
+    int_type overflow(int_type c) override {
+        using Traits = std::char_traits<Char>;
+        return taken.size() < setting.room ? (taken += Traits::to_char_type(c), c)
+               : setting.throws            ? throw 1
+                                           : Traits::eof();
+    }
+    Setting const& setting;
+    std::basic_string<Char> taken;
+};
+
+// What becomes of an output: what is taken, the stream's state and width, and what is thrown.
 template <typename Char, typename Write>
-Outcome<Char> outcomeOf(Setting const& setting, Write write) {
-    Sink<Char> sink(setting.room, setting.throws);
+auto outcomeOf(Setting const& setting, Write write) {
+    Sink<Char> sink(setting);
     std::basic_ostream<Char> stream(&sink);
     stream.exceptions(setting.exceptions);
     stream.width(setting.width);
-    Outcome<Char> outcome;
+    char thrown = '-';
     try {
         write(stream);
-    } catch (Broken const&) {
-        outcome.thrown = 'b';
-    } catch (std::ios_base::failure const&) {
-        outcome.thrown = 'f';
+    } catch (int) {
+        thrown = '1';
+    } catch (ios::failure const&) {
+        thrown = 'f';
     }
-    outcome.taken = sink.taken();
-    outcome.state = stream.rdstate();
-    outcome.width = stream.width();
-    return outcome;
+    return std::tuple(sink.taken, stream.rdstate(), stream.width(), thrown);
 }
 
 // Whatever is written: a prefix of the whole, and an exception only where it was asked for.
 template <typename Char, typename Write>
 void expectPrefix(Setting const& setting, Write write) {
-    std::basic_ostringstream<Char> whole;
-    whole.width(setting.width);
-    write(whole);
-    auto const outcome = outcomeOf<Char>(setting, write);
-    auto const length = std::min(setting.room, whole.str().size());
-    assert(outcome.taken == whole.str().substr(0, length));
-    bool const fits = length == whole.str().size();
-    assert(fits ? outcome.state == std::ios_base::goodbit
-                : outcome.state != std::ios_base::goodbit);
-    assert(fits ? outcome.thrown == '-'
-                : setting.exceptions != std::ios_base::goodbit || outcome.thrown == '-');
+    auto const whole =
+        std::get<0>(outcomeOf<Char>({~std::size_t{0}, false, ios::goodbit, setting.width}, write));
+    auto const [taken, state, width, thrown] = outcomeOf<Char>(setting, write);
+    bool const fits = setting.room >= whole.size();
+    assert(taken == whole.substr(0, setting.room) && fits == (state == ios::goodbit));
+    assert(thrown == '-' || (!fits && setting.exceptions != ios::goodbit));
 }
 
 template <typename Char>
@@ -87,19 +66,19 @@ void writeSome(Bytes& bytes, Setting const& setting) {
     Binary16 const id(bytes.ConsumeIntegral<int>());
     HLVError error(-7, new HLVError::Param(id), new HLVError::Param(bytes.ConsumeIntegral<int>()),
                    new HLVError::Param(bytes.ConsumeRandomLengthString(40)));
-    HLVError::Holder const holder(new HLVError(error));
-    HLVError::Holder const none;
     ResString2 const text(id, bytes.ConsumeRandomLengthString(40));
-    ResString::DummyTranslator const translator;
-    switch (bytes.ConsumeIntegralInRange(0, 6)) {
-    case 0: return expectPrefix<Char>(setting, [&](auto& stream) { id.write(stream); });
-    case 1: return expectPrefix<Char>(setting, [&](auto& stream) { stream << error; });
-    case 2: return expectPrefix<Char>(setting, [&](auto& stream) { stream << holder; });
-    case 3: return expectPrefix<Char>(setting, [&](auto& stream) { stream << none; });
-    case 4: return expectPrefix<Char>(setting, [&](auto& stream) { text.getText(stream); });
-    case 5: return expectPrefix<Char>(setting, [](auto& s) { s << HalvTypes::ms_Version; });
-    default: return expectPrefix<Char>(setting, [&](auto& s) { describe(s, error, translator); });
-    }
+    int const which = bytes.ConsumeIntegralInRange(0, 6);
+    expectPrefix<Char>(setting, [&](auto& stream) {
+        switch (which) {
+        case 0: return void(id.write(stream));
+        case 1: return void(stream << error);
+        case 2: return void(stream << HLVError::Holder(new HLVError(error)));
+        case 3: return void(stream << HLVError::Holder());
+        case 4: return void(text.getText(stream));
+        case 5: return void(stream << HalvTypes::ms_Version);
+        default: describe(stream, error, ResString::DummyTranslator());
+        }
+    });
 }
 
 // One insertion a character, to the stream's last bit.
@@ -111,9 +90,7 @@ void expectInsertions(Setting const& setting, std::basic_string<Char> const& cha
             stream << c;
         }
     });
-    auto const outcome = outcomeOf<Char>(setting, write);
-    assert(outcome.taken == expected.taken && outcome.state == expected.state);
-    assert(outcome.thrown == expected.thrown && outcome.width == expected.width);
+    assert(expected == outcomeOf<Char>(setting, write));
 }
 
 void writeCharacters(Bytes& bytes, Setting const& setting) {
@@ -132,8 +109,8 @@ void run(Bytes& bytes) {
     Setting setting{};
     setting.room = bytes.ConsumeIntegralInRange<std::size_t>(0, 200);
     setting.throws = bytes.ConsumeBool();
-    for (auto const bit : {std::ios_base::badbit, std::ios_base::failbit}) {
-        setting.exceptions |= bytes.ConsumeBool() ? bit : std::ios_base::goodbit;
+    for (auto const bit : {ios::badbit, ios::failbit}) {
+        setting.exceptions |= bytes.ConsumeBool() ? bit : ios::goodbit;
     }
     setting.width = bytes.ConsumeIntegralInRange(0, 50);
     switch (bytes.ConsumeIntegralInRange(0, 2)) {
