@@ -2,7 +2,6 @@
 
 #include <fstream>
 #include <limits>
-#include <locale>
 #include <pthread.h>
 #include <stdexcept>
 
@@ -58,16 +57,9 @@ TEST(HLVError, isAnErrorBelowZeroAndAWarningAbove) {
     }
 }
 
-template <typename Char>
-struct Grouping : std::numpunct<Char> {
-    Char do_thousands_sep() const override { return '_'; }
-    std::string do_grouping() const override { return "\3"; }
-};
-
 TEST(HLVError, messageIgnoresTheLocaleThatStreamsFollow) {
     HLVError const error(-1'234'567, new Param(1234)), least(std::numeric_limits<int>::min());
-    std::locale const narrow(std::locale::classic(), new Grouping<char>);
-    auto const before = std::locale::global(std::locale(narrow, new Grouping<wchar_t>));
+    auto const before = std::locale::global(grouped());
     EXPECT_EQ("Error -1234567 Error -2147483648", error.messageA() + " " + least.messageA());
     EXPECT_EQ(L"Error -1234567", error.message());
     EXPECT_EQ(L"Error -1_234_567\n  P1: 1_234", text(error));

@@ -1,15 +1,8 @@
 #include <Halvora/version/KrVersion.h>
 
-#include <gtest/gtest.h>
+#include <tests/error/Shown.h>
 
-#include <iomanip>
-#include <locale>
-#include <sstream>
-
-#include <Halvora/types/HalvTypes.h>
-
-using namespace Halvora;
-
+namespace Halvora::test {
 namespace {
 
 // Whether the long constructor takes a value of this type for its flag.
@@ -28,35 +21,17 @@ KrVersion labelled(char const* releaseType) {
                      "", "", "");
 }
 
-template <typename Char>
-struct Grouped : std::numpunct<Char> {
-    Char do_thousands_sep() const override { return Char('\''); }
-    std::string do_grouping() const override { return "\3"; }
-};
-
-template <typename Char>
-void expectTextOf(KrVersion const& version, std::string const& expected, std::ios::fmtflags base) {
-    std::basic_ostringstream<Char> stream;
-    stream.imbue(std::locale(std::locale(), new Grouped<Char>));
-    stream.flags(base);
-    stream << std::setfill(Char('*')) << std::setw(7) << version;
-    auto const* const begin = reinterpret_cast<unsigned char const*>(expected.data());
-    EXPECT_EQ(std::basic_string<Char>(begin, begin + expected.size()), stream.str());
-}
-
-void expectText(KrVersion const& version, char const* expected,
-                std::ios::fmtflags base = std::ios::dec) {
-    expectTextOf<char>(version, expected, base);
-    expectTextOf<wchar_t>(version, expected, base);
+std::wstring shown(KrVersion const& version, ios::fmtflags base = ios::dec) {
+    return text(version, base, 7, grouped());
 }
 
 TEST(KrVersion, isFourNumbersAsTheStreamWritesThemAndALabelOfItsOwn) {
-    expectText(KrVersion(1, 2), "******1.2.0.0");
-    expectText(labelled(""), "**1'234.56.255.4'294'967'295");
-    expectText(labelled("release"), "**1'234.56.255.4'294'967'295");
-    expectText(labelled("\xE4\xFF"), "**1'234.56.255.4'294'967'295 (\xE4\xFF)");
-    expectText(labelled("Release"), "****4d2.38.ff.ff'fff'fff (Release)", std::ios::hex);
-    expectText(HalvTypes::ms_Version, "******3.0.0.39'686 (release-dev)");
+    EXPECT_EQ(L"      1.2.0.0", shown(KrVersion(1, 2)));
+    EXPECT_EQ(L"  1_234.56.255.4_294_967_295", shown(labelled("")));
+    EXPECT_EQ(L"  1_234.56.255.4_294_967_295", shown(labelled("release")));
+    EXPECT_EQ(L"  1_234.56.255.4_294_967_295 (\u00E4\u00FF)", shown(labelled("\xE4\xFF")));
+    EXPECT_EQ(L"    4d2.38.ff.ff_fff_fff (Release)", shown(labelled("Release"), ios::hex));
+    EXPECT_EQ(L"      3.0.0.39_686 (release-dev)", shown(HalvTypes::ms_Version));
 }
 
 std::string fields(KrVersion const& v) {
@@ -95,3 +70,4 @@ TEST(KrVersion, theFourNumbersDecideAboutEquality) {
 }
 
 } // namespace
+} // namespace Halvora::test
