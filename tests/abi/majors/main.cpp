@@ -5,8 +5,9 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
 #include <cstdio>
-#include <string>
+#include <cstdlib>
 #include <vector>
 
 #if defined(HALVTYPES_IS_LINKED)
@@ -15,48 +16,37 @@ extern "C" Component const component;
 
 namespace {
 
-int failed(std::string const& why) {
-    std::fprintf(stderr, "%s\n", why.c_str());
-    return 1;
+void expect(bool isRight, char const* why) {
+    if (!isRight) {
+        std::fprintf(stderr, "%s\n", why);
+        std::exit(1);
+    }
 }
 
-bool shareNothing(Component const& a, Component const& b) {
-    return a.version != b.version && a.empty != b.empty;
-}
-
-int run(std::vector<std::string> const& paths, bool isReversed) {
+void run(char** paths, bool isReversed) {
     std::vector<void*> handles;
     std::vector<Component const*> parts;
 #if defined(HALVTYPES_IS_LINKED)
     parts.push_back(&component);
 #endif
-    for (auto const& path : paths) {
-        handles.push_back(dlopen(path.c_str(), RTLD_NOW));
-        if (handles.back() == nullptr) {
-            return failed(dlerror());
-        }
+    for (; *paths != nullptr; ++paths) {
+        handles.push_back(dlopen(*paths, RTLD_NOW));
+        expect(handles.back() != nullptr, *paths);
         parts.push_back(static_cast<Component const*>(dlsym(handles.back(), "component")));
     }
     for (auto const* part : parts) {
-        if (!part->work()) {
-            return failed("wrong results beside another major version");
-        }
+        expect(part->work(), "wrong results beside another major version");
     }
-    if (parts.size() != 2 || !shareNothing(*parts[0], *parts[1])) {
-        return failed("two major versions share their statics");
-    }
-    while (!handles.empty()) {
-        auto const at = isReversed ? handles.end() - 1 : handles.begin();
-        dlclose(*at);
-        handles.erase(at);
-    }
-    return 0;
+    expect(parts.size() == 2 && parts[0]->version != parts[1]->version &&
+               parts[0]->empty != parts[1]->empty,
+           "two major versions share their statics");
+    isReversed ? std::reverse(handles.begin(), handles.end()) : void();
+    std::for_each(handles.begin(), handles.end(), dlclose);
 }
 
 } // namespace
 
-int main(int argc, char** argv) {
-    std::vector<std::string> const paths(argv + 1, argv + argc);
-    int const first = run(paths, false);
-    return first != 0 ? first : run(paths, true);
+int main(int, char** argv) {
+    run(argv + 1, false);
+    run(argv + 1, true);
 }
