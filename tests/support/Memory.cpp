@@ -60,22 +60,17 @@ void operator delete(void* block, std::size_t) noexcept {
     operator delete(block);
 }
 
-#if defined(__has_feature)
-#    if __has_feature(address_sanitizer)
-#        define HALVTYPES_REALLOC __interceptor_realloc
-#    elif __has_feature(thread_sanitizer)
-#        define HALVTYPES_KEEP_REALLOC // whose own is needed before any other works
-#    endif
-#elif defined(__SANITIZE_ADDRESS__)
-#    define HALVTYPES_REALLOC __interceptor_realloc
-#elif defined(__SANITIZE_THREAD__)
-#    define HALVTYPES_KEEP_REALLOC
+#if !defined(__has_feature) // clang says by it what GCC defines
+#    define __has_feature(name) 0
 #endif
-#if !defined(HALVTYPES_REALLOC)
+#if __has_feature(address_sanitizer) || defined(__SANITIZE_ADDRESS__)
+#    define HALVTYPES_REALLOC __interceptor_realloc
+#else
 #    define HALVTYPES_REALLOC __libc_realloc
 #endif
 
-#if defined(__GLIBC__) && !defined(HALVTYPES_KEEP_REALLOC)
+// The thread sanitizer's own is needed before any other works.
+#if defined(__GLIBC__) && !__has_feature(thread_sanitizer) && !defined(__SANITIZE_THREAD__)
 extern "C" {
 void* HALVTYPES_REALLOC(void* block, std::size_t size);
 
