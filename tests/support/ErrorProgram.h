@@ -33,29 +33,22 @@ inline ModelChain chainOf(HLVError const* error) {
     return chain;
 }
 
-inline std::string listText(std::string const& entries, int errors, int warnings,
-                            HLVError const* first, HLVError const* last) {
-    return entries + ": " + std::to_string(errors) + " errors from " + chainOf(first).text() +
-           " to " + chainOf(last).text() + ", " + std::to_string(warnings) + " warnings";
-}
-inline std::string textOf(std::vector<ModelChain> const& list) {
-    std::string entries;
-    std::vector<HLVError const*> errors{nullptr};
-    for (ModelChain const& entry : list) {
-        entries += entry.text();
-        entry.code() < 0 ? errors.push_back(entry.head) : void();
-    }
-    int const all = static_cast<int>(list.size()), count = static_cast<int>(errors.size()) - 1;
-    return listText(entries, count, all - count, errors[count > 0], errors.back());
-}
+// A list as it is, with a note when what it says of itself is something else.
 inline std::string textOf(HLVError::List const& list) {
-    std::string entries;
+    std::string text;
+    std::vector<HLVError const*> errors{nullptr};
+    int count = 0, found = 0;
     for (HLVError const* error : list) {
-        entries += chainOf(error).text();
+        text += chainOf(error).text();
+        error->getCode() < 0 ? errors.push_back(error) : void();
+        found = static_cast<int>(errors.size()) - 1;
+        ++count;
     }
-    bool const isCounted = list.getCount() == list.getErrorCount() + list.getWarningCount();
-    return listText(isCounted ? entries : "another count of " + entries, list.getErrorCount(),
-                    list.getWarningCount(), list.getFirstError(), list.getLastError());
+    bool const isCounted = list.getCount() == count && list.getErrorCount() == found &&
+                           list.getWarningCount() == count - found;
+    bool const isSearched =
+        list.getFirstError() == errors[found > 0] && list.getLastError() == errors.back();
+    return text + (isCounted ? "" : ", wrong counts") + (isSearched ? "" : ", wrong first or last");
 }
 
 // Holders and lists that pass errors on in every way there is, beside their model. In every second
@@ -183,9 +176,11 @@ private:
         // Carries the call out until no allocation fails any more, then changes the model.
         template <typename Act, typename Model>
         void perform(std::string const& call, Act act, Model model) {
-            program.m_steps += "\n  h, g, l, k are " + std::to_string(a) + std::to_string(b) +
-                               std::to_string(c) + std::to_string(d) + ", at " +
-                               std::to_string(at) + ", code " + std::to_string(code) + ": " + call;
+            program.m_steps += "\n  h, g, l, k, position, code are";
+            for (int const number : {a, b, c, d, static_cast<int>(at), code}) {
+                program.m_steps += ' ' + std::to_string(number);
+            }
+            program.m_steps += ": " + call;
             for (long failing = pick(2); failing >= 0; ++failing) {
                 std::string const when = "When allocation " + std::to_string(failing) + " fails, ";
                 program.m_fail(failing);
@@ -230,7 +225,11 @@ private:
             expect(when + "what a holder says", error != nullptr, bool(m_holders[i]));
         }
         for (int i = 0; i < 2; ++i) {
-            expect(when + "list " + std::to_string(i), textOf(m_listed[i]), textOf(m_lists[i]));
+            std::string entries;
+            for (ModelChain const& entry : m_listed[i]) {
+                entries += entry.text();
+            }
+            expect(when + "list " + std::to_string(i), entries, textOf(m_lists[i]));
         }
     }
 
