@@ -318,6 +318,9 @@ Utf8Result convertMixed(String& out, From const* const begin, std::size_t n) {
 // Narrows what is all ASCII, so that nothing but the low byte counts.
 template <typename Unit>
 void narrowAscii(char* __restrict out, Unit const* __restrict text, std::size_t n) noexcept {
+#ifdef HALV_ARM_WORDS
+    detail::convertRun(out, text, n);
+#else
     constexpr std::size_t block = 16; // a fixed length, which compilers take to vectors
     std::size_t at = 0;
     for (; n - at >= block; at += block) {
@@ -328,6 +331,7 @@ void narrowAscii(char* __restrict out, Unit const* __restrict text, std::size_t 
     for (; at < n; ++at) {
         out[at] = static_cast<char>(text[at]);
     }
+#endif
 }
 
 template <typename String, typename From>

@@ -9,6 +9,9 @@
 
 #if defined(__SSE2__) && !defined(__clang__)
 #    include <Halvora/text/detail/PackX86.h>
+#elif defined(__ARMEL__) && defined(__ARM_FEATURE_UNALIGNED) && !defined(__ARM_NEON)
+#    include <Halvora/text/detail/WordsArm.h>
+#    define HALV_ARM_WORDS
 #endif
 
 namespace Halvora::detail {
@@ -30,18 +33,43 @@ constexpr To convertElement(From element) noexcept {
     }
 }
 
+#ifdef HALV_ARM_WORDS
+
+// Converts n elements between buffers that do not overlap.
+template <typename To, typename From>
+[[gnu::noinline]] void convertRun(To* __restrict out, From const* __restrict in,
+                                  std::size_t n) noexcept {
+    constexpr std::size_t step = sizeof(To) == 1 ? 4 : 8;
+    for (; n >= step; n -= step, out += step, in += step) {
+        if constexpr (sizeof(To) != 1) {
+            convertFour(out, in);
+            convertFour(out + 4, in + 4);
+        } else if (!narrowFour(out, in)) {
+            out[0] = convertElement<To>(in[0]);
+            out[1] = convertElement<To>(in[1]);
+            out[2] = convertElement<To>(in[2]);
+            out[3] = convertElement<To>(in[3]);
+        }
+    }
+    for (; n != 0; --n) {
+        *out++ = convertElement<To>(*in++);
+    }
+}
+
+#else
+
 // Converts n elements between buffers that do not overlap. Compilers leave a loop of unknown length
 // scalar at -O2, but not one of exactly 16: the last block ends at n and overlaps the one before.
 template <typename To, typename From>
 void convertRun(To* __restrict out, From const* __restrict in, std::size_t n) noexcept {
     constexpr std::size_t blockLength = 16;
     auto const convertBlock = [](To* __restrict to, From const* __restrict from) {
-#if defined(__SSE2__) && !defined(__clang__)
+#    if defined(__SSE2__) && !defined(__clang__)
         if constexpr (sizeof(To) == 1) {
             packBlock(to, from, replacement);
             return;
         }
-#endif
+#    endif
         for (std::size_t i = 0; i < blockLength; ++i) {
             to[i] = convertElement<To>(from[i]);
         }
@@ -58,6 +86,8 @@ void convertRun(To* __restrict out, From const* __restrict in, std::size_t n) no
     }
     convertBlock(out + last, in + last);
 }
+
+#endif
 
 inline constexpr std::size_t chunkLength = 256;
 
