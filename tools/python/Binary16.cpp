@@ -3,9 +3,6 @@
 #include <Halvora/types/ElementTypes.h>
 #include <Halvora/types/ParseBinary16.h>
 
-#include <functional>
-#include <pybind11/operators.h>
-
 namespace HalvPython {
 
 using namespace Halvora;
@@ -129,14 +126,8 @@ void addBinary16(py::module_& module) {
         .def("__len__", [](Binary16 const&) { return sizeof(Binary16); })
         .def("__bool__", [](Binary16 const& value) { return value != Binary16::EMPTY; })
         .def("__getitem__", &byteAt, py::arg("index"))
-        .def("__hash__", [](Binary16 const& value) { return std::hash<Binary16>()(value); })
-        .def(py::self == py::self)
-        .def(py::self != py::self)
-        .def(py::self < py::self)
-        .def(py::self <= py::self)
-        .def(py::self > py::self)
-        .def(py::self >= py::self)
         .def(py::pickle(&toBytes, [](py::bytes const& bytes) { return fromBytes(bytes); }));
+    addOrder(type);
     type.attr("EMPTY") = Binary16::EMPTY;
     type.attr("MIN") = Binary16::MIN;
     type.attr("MAX") = Binary16::MAX;

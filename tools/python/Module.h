@@ -7,6 +7,7 @@
 #include <pybind11/stl.h>
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -46,6 +47,56 @@ public:
 private:
     Py_buffer m_view;
 };
+
+/// The packed or raw form that lies whole `offset` bytes into a buffer, as `set(form, value)` reads
+/// it; `ValueError` when none does.
+template <typename T, typename Set>
+T readForm(py::handle source, std::size_t offset, Set set) {
+    Bytes const bytes(source);
+    if (T::sizeWithin(bytes.at(offset), bytes.behind(offset)) == 0) {
+        throw py::value_error("no whole form lies there");
+    }
+    T value;
+    set(static_cast<void const*>(bytes.at(offset)), value);
+    return value;
+}
+
+/// The bytes that the form takes; 0 when it is not whole.
+template <typename T>
+std::size_t sizeOfForm(py::buffer const& source, std::size_t offset) {
+    Bytes const bytes(source);
+    return T::sizeWithin(bytes.at(offset), bytes.behind(offset));
+}
+
+/// The form with which every object of such a type begins.
+template <typename T>
+py::bytes formOf(T const& value) {
+    return {reinterpret_cast<char const*>(&value), value.size()};
+}
+
+/// Adds `==` and `!=`, by which `type` also has its `hash`.
+template <typename T>
+void addEquality(py::class_<T>& type) {
+    type.def(
+            "__eq__", [](T const& a, T const& b) { return a == b; }, py::is_operator())
+        .def(
+            "__ne__", [](T const& a, T const& b) { return a != b; }, py::is_operator())
+        .def("__hash__", [](T const& value) { return std::hash<T>()(value); });
+}
+
+/// Adds all six comparisons and the `hash`.
+template <typename T>
+void addOrder(py::class_<T>& type) {
+    addEquality(type);
+    type.def(
+            "__lt__", [](T const& a, T const& b) { return a < b; }, py::is_operator())
+        .def(
+            "__le__", [](T const& a, T const& b) { return !(b < a); }, py::is_operator())
+        .def(
+            "__gt__", [](T const& a, T const& b) { return b < a; }, py::is_operator())
+        .def(
+            "__ge__", [](T const& a, T const& b) { return !(a < b); }, py::is_operator());
+}
 
 /// Throws the exception that carries a result code; nothing for 0.
 void check(int result);

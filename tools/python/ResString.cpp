@@ -71,19 +71,8 @@ std::string const& Translator::getLanguage() const {
 namespace {
 
 ResString fromPacked(py::buffer const& source, std::size_t offset) {
-    Bytes const bytes(source);
-    std::size_t const left = bytes.behind(offset);
-    if (ResString::sizeWithin(bytes.at(offset), left) == 0) {
-        throw py::value_error("no whole packed form lies there");
-    }
-    ResString value;
-    value.set(static_cast<void const*>(bytes.at(offset)));
-    return value;
-}
-
-// Every object begins with its packed form.
-py::bytes packed(ResString const& value) {
-    return {reinterpret_cast<char const*>(&value), value.size()};
+    return readForm<ResString>(source, offset,
+                               [](void const* form, ResString& value) { value.set(form); });
 }
 
 void writeSlot(ResString const& value, py::buffer const& buffer, std::size_t offset,
@@ -97,11 +86,6 @@ py::bytes slot(ResString const& value, unsigned short capacity) {
     std::string bytes((capacity + std::size_t{9}) * 2, '\0');
     ResString::set(static_cast<void const*>(&value), capacity, &bytes[0]);
     return bytes;
-}
-
-std::size_t sizeWithin(py::buffer const& source, std::size_t offset) {
-    Bytes const bytes(source);
-    return ResString::sizeWithin(bytes.at(offset), bytes.behind(offset));
 }
 
 Units text(ResString const& value) {
@@ -125,13 +109,13 @@ void addPackedText(py::module_& module) {
              py::arg("id"), py::arg("text"))
         .def_static("fromPacked", &fromPacked, py::arg("buffer"), py::arg("offset") = 0,
                     "Reads the packed form at `offset`; ValueError when it is not whole.")
-        .def_static("sizeWithin", &sizeWithin, py::arg("buffer"), py::arg("offset") = 0,
+        .def_static("sizeWithin", &sizeOfForm<ResString>, py::arg("buffer"), py::arg("offset") = 0,
                     "The bytes that the packed form at `offset` takes; 0 when it is not whole.")
         .def_static(
             "fits", [](Units const& units) { return ResString::fits(units.text); }, py::arg("text"),
             "Whether a text would be kept whole.")
-        .def("packed", &packed, "The packed form.")
-        .def("__bytes__", &packed)
+        .def("packed", &formOf<ResString>, "The packed form.")
+        .def("__bytes__", &formOf<ResString>)
         .def("slot", &slot, py::arg("capacity"), "A slot of (capacity + 9) * 2 bytes.")
         .def("writeSlot", &writeSlot, py::arg("buffer"), py::arg("offset"), py::arg("capacity"),
              "Writes such a slot into a buffer.")
@@ -148,7 +132,8 @@ void addPackedText(py::module_& module) {
         .def("__len__", &ResString::length)
         .def(py::self == py::self)
         .def(py::self != py::self)
-        .def(py::pickle(&packed, [](py::bytes const& bytes) { return fromPacked(bytes, 0); }));
+        .def(py::pickle(&formOf<ResString>,
+                        [](py::bytes const& bytes) { return fromPacked(bytes, 0); }));
     type.attr("maxLength") = static_cast<unsigned short>(ResString::maxLength);
     type.attr("__hash__") = py::none();
 }

@@ -3,9 +3,6 @@
 #include <Halvora/text/Convert.h>
 #include <Halvora/text/VarChar.h>
 
-#include <functional>
-#include <pybind11/operators.h>
-
 namespace HalvPython {
 
 using namespace Halvora;
@@ -18,18 +15,8 @@ VarChar ofUnits(Units const& units) {
 }
 
 VarChar fromRaw(py::buffer const& source, std::size_t offset) {
-    Bytes const bytes(source);
-    std::size_t const left = bytes.behind(offset);
-    if (VarChar::sizeWithin(bytes.at(offset), left) == 0) {
-        throw py::value_error("no whole raw form lies there");
-    }
-    VarChar value;
-    VarChar::set(static_cast<void const*>(bytes.at(offset)), value);
-    return value;
-}
-
-py::bytes raw(VarChar const& value) {
-    return {reinterpret_cast<char const*>(&value), value.size()};
+    return readForm<VarChar>(source, offset,
+                             [](void const* form, VarChar& value) { VarChar::set(form, value); });
 }
 
 void writeSlot(VarChar const& value, py::buffer const& buffer, std::size_t offset,
@@ -46,11 +33,6 @@ py::bytes slot(VarChar const& value, unsigned short capacity) {
     return bytes;
 }
 
-std::size_t sizeWithin(py::buffer const& source, std::size_t offset) {
-    Bytes const bytes(source);
-    return VarChar::sizeWithin(bytes.at(offset), bytes.behind(offset));
-}
-
 Units text(VarChar const& value) {
     return {HLVString(value.pstr(), value.length())};
 }
@@ -65,13 +47,13 @@ void addVarChar(py::module_& module) {
     type.def(py::init(&ofUnits), py::arg("text") = "")
         .def_static("fromRaw", &fromRaw, py::arg("buffer"), py::arg("offset") = 0,
                     "Reads the raw form at `offset`; ValueError when it is not whole.")
-        .def_static("sizeWithin", &sizeWithin, py::arg("buffer"), py::arg("offset") = 0,
+        .def_static("sizeWithin", &sizeOfForm<VarChar>, py::arg("buffer"), py::arg("offset") = 0,
                     "The bytes that the raw form at `offset` takes; 0 when it is not whole.")
         .def_static(
             "fits", [](Units const& units) { return units.text.size() <= VarChar::maxLength; },
             py::arg("text"), "Whether a text would be kept whole.")
-        .def("raw", &raw, "The raw form.")
-        .def("__bytes__", &raw)
+        .def("raw", &formOf<VarChar>, "The raw form.")
+        .def("__bytes__", &formOf<VarChar>)
         .def("slot", &slot, py::arg("capacity"), "A slot of 2 + 2 * capacity bytes.")
         .def("writeSlot", &writeSlot, py::arg("buffer"), py::arg("offset"), py::arg("capacity"),
              "Writes such a slot into a buffer.")
@@ -86,14 +68,9 @@ void addVarChar(py::module_& module) {
                  return "VarChar(" + std::string(py::repr(py::cast(text(value)))) + ")";
              })
         .def("__len__", &VarChar::length)
-        .def("__hash__", [](VarChar const& value) { return std::hash<VarChar>()(value); })
-        .def(py::self == py::self)
-        .def(py::self != py::self)
-        .def(py::self < py::self)
-        .def(py::self <= py::self)
-        .def(py::self > py::self)
-        .def(py::self >= py::self)
-        .def(py::pickle(&raw, [](py::bytes const& bytes) { return fromRaw(bytes, 0); }));
+        .def(
+            py::pickle(&formOf<VarChar>, [](py::bytes const& bytes) { return fromRaw(bytes, 0); }));
+    addOrder(type);
     type.attr("maxLength") = static_cast<unsigned short>(VarChar::maxLength);
 }
 

@@ -3,8 +3,6 @@
 #include <Halvora/types/HalvTypes.h>
 #include <Halvora/version/KrVersion.h>
 
-#include <functional>
-#include <pybind11/operators.h>
 #include <sstream>
 #include <utility>
 
@@ -66,12 +64,10 @@ void addVersion(py::module_& module) {
     get("getInternalName", &KrVersion::getInternalName, "Name of the component.");
     get("getLegalCopyright", &KrVersion::getLegalCopyright, "Copyright line.");
     get("getOriginalFilename", &KrVersion::getOriginalFilename, "Name of the file as delivered.");
-    type.def("__str__", &shown)
-        .def("__repr__",
-             [](KrVersion const& version) { return "<KrVersion " + shown(version) + ">"; })
-        .def("__hash__", [](KrVersion const& version) { return std::hash<KrVersion>()(version); })
-        .def(py::self == py::self)
-        .def(py::self != py::self);
+    type.def("__str__", &shown).def("__repr__", [](KrVersion const& version) {
+        return "<KrVersion " + shown(version) + ">";
+    });
+    addEquality(type);
     module.attr("HalvTypes").attr("ms_Version") = HalvTypes::ms_Version;
     module.attr("__version__") = shown(HalvTypes::ms_Version);
 }
