@@ -3,6 +3,8 @@
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
+#include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -47,6 +49,19 @@ void addSame(std::string const& name, std::size_t size, std::string const& who,
              Expected const& expected, Operation operation) {
     stopUnless(operation() == expected, name + " by " + who);
     add(name, size, who, [operation]() mutable { benchmark::DoNotOptimize(operation()); });
+}
+
+// Times what writes to a buffer that stays, once its text is right.
+template <typename IsRight, typename Print>
+void addPrint(std::string const& name, std::size_t size, std::string const& who, IsRight isRight,
+              Print print) {
+    auto const stream = std::make_shared<std::ostringstream>();
+    print(*stream);
+    stopUnless(isRight(stream->str()), name + " by " + who);
+    add(name, size, who, [stream, print] {
+        stream->seekp(0);
+        print(*stream);
+    });
 }
 
 // Ours and the limit.

@@ -10,14 +10,21 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <memory>
 #include <numeric>
 #include <type_traits>
 #include <utility>
+#include <variant>
+#include <vector>
 
 #include <tests/support/ArrayModel.h>
 
+#ifdef HALVTYPES_WITH_ABSEIL
+#    include <absl/types/span.h>
+#endif
 #ifdef HALVTYPES_WITH_QT
+#    include <QVariant>
 #    include <QVector>
 #endif
 
@@ -213,24 +220,51 @@ void addRuns(std::size_t n) {
             benchmark::DoNotOptimize(values.data());
             return std::memcmp(values.data(), same.data(), values.size() * sizeof(double)) == 0;
         });
-    addBoth(
-        "array[i] of each", n, std::accumulate(values.begin(), values.end(), 0.0),
-        [array] {
-            double sum = 0;
-            for (unsigned short i = 0; i < array.getCount(); ++i) {
-                sum += *static_cast<double const*>(array[i].getData());
-            }
-            return sum;
-        },
-        [values] {
-            double sum = 0;
-            for (double const value : values) {
-                std::vector<double> one(1, value);
-                benchmark::DoNotOptimize(one.data());
-                sum += one[0];
-            }
-            return sum;
-        });
+}
+
+// The sum of all elements, each as a value of its own: what it is a copy of may change meanwhile.
+// `one` takes it from the elements and gives its number.
+template <typename Elements, typename One>
+void addEach(char const* who, Elements const& elements, std::size_t n, double expected, One one) {
+    addSame("array[i] of each", n, who, expected, [elements, n, one]() mutable {
+        benchmark::DoNotOptimize(&elements);
+        double sum = 0;
+        for (std::size_t i = 0; i < n; ++i) {
+            sum += one(elements, i);
+        }
+        return sum;
+    });
+}
+
+void addElements(std::size_t n) {
+    std::vector<double> values(n);
+    std::iota(values.begin(), values.end(), 0.0);
+    double const sum = std::accumulate(values.begin(), values.end(), 0.0);
+    addEach("ours", arrayOf(values), n, sum, [](HLVArray const& array, std::size_t i) {
+        return *static_cast<double const*>(array[static_cast<unsigned short>(i)].getData());
+    });
+    addEach("limit", values, n, sum, [](std::vector<double> const& all, std::size_t i) {
+        std::vector<double> one(1, all[i]);
+        benchmark::DoNotOptimize(one.data());
+        return one[0];
+    });
+    using Variants = std::vector<std::variant<std::monostate, int, double, std::wstring>>;
+    addEach("std::variant, no array", Variants(values.begin(), values.end()), n, sum,
+            [](Variants const& all, std::size_t i) {
+                auto const one = all[i];
+                return std::get<double>(one);
+            });
+#ifdef HALVTYPES_WITH_QT
+    QVector<double> const vector(values.begin(), values.end());
+    addEach("QVector::mid", vector, n, sum, [](QVector<double> const& all, std::size_t i) {
+        return all.mid(static_cast<int>(i), 1).constFirst();
+    });
+    QVariantList list;
+    std::copy(values.begin(), values.end(), std::back_inserter(list));
+    addEach("QVariantList::mid", list, n, sum, [](QVariantList const& all, std::size_t i) {
+        return all.mid(static_cast<int>(i), 1).constFirst().toDouble();
+    });
+#endif
 }
 
 void addReading(std::size_t n) {
@@ -238,13 +272,26 @@ void addReading(std::size_t n) {
     auto const array = std::make_shared<HLVArray>(arrayOf(*values));
     addSame("copy of an array", n, "ours", *array, [array] { return HLVArray(*array); });
     addSame("copy of an array", n, "limit", *values, [values] { return std::vector(*values); });
-    addBoth(
-        "sum of an array", n, 0.5 * static_cast<double>(n),
-        [array] {
-            auto const view = viewOf<double>(*array);
-            return std::accumulate(view.begin(), view.end(), 0.0);
-        },
-        [values] { return std::accumulate(values->begin(), values->end(), 0.0); });
+    auto const addSum = [n](char const* who, auto elementsOf) {
+        addSame("sum of an array", n, who, 0.5 * static_cast<double>(n), [elementsOf] {
+            auto const& elements = elementsOf();
+            return std::accumulate(elements.begin(), elements.end(), 0.0);
+        });
+    };
+    addSum("ours", [array] { return viewOf<double>(*array); });
+    addSum("limit", [values]() -> std::vector<double> const& { return *values; });
+#ifdef HALVTYPES_WITH_ABSEIL
+    addSum("absl::Span", [values] { return absl::MakeConstSpan(*values); });
+#endif
+#ifdef HALVTYPES_WITH_QT
+    QVector<double> const vector(values->begin(), values->end());
+    addSum("QVector", [vector]() -> QVector<double> const& { return vector; });
+    addSame("copy of an array", n, "QVector", vector, [vector] {
+        QVector<double> copy(vector);
+        copy.detach();
+        return copy;
+    });
+#endif
 }
 
 } // namespace
@@ -262,6 +309,7 @@ int main(int argc, char** argv) {
         addAppends(resourceStrings, n, "copy assignment");
         addSetting(resourceStrings, n);
         addRuns(n);
+        addElements(n);
     }
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

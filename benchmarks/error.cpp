@@ -1,18 +1,15 @@
 // Chains of three errors with two parameters each: made, copied, printed, destroyed. What longer
-// chains and lists cost. Exceptions that carry errors.
+// chains cost.
 
 #include "Bench.h"
 
 #include <Halvora/error/HLVError.h>
-#include <Halvora/error/HLVErrorException.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <forward_list>
 #include <iterator>
-#include <list>
 #include <memory>
 #include <regex>
 #include <set>
@@ -33,6 +30,7 @@
 using namespace Halvora;
 using bench::add;
 using bench::addBoth;
+using bench::addPrint;
 using bench::addSame;
 using bench::stopUnless;
 using Param = HLVError::Param;
@@ -63,18 +61,6 @@ bool holdsChain(std::string const& printed) {
     auto const texts = std::distance(std::sregex_iterator(printed.begin(), printed.end(), pattern),
                                      std::sregex_iterator());
     return texts == depth && numbers == std::set<int>{-3, -2, -1, 0, 1, 2};
-}
-
-// Times what prints to a buffer that stays, once its text is right.
-template <typename IsRight, typename Print>
-void addPrint(char const* name, std::size_t size, char const* who, IsRight isRight, Print print) {
-    auto const stream = std::make_shared<std::ostringstream>();
-    print(*stream);
-    stopUnless(isRight(stream->str()), std::string(name) + " by " + who);
-    add(name, size, who, [stream, print] {
-        stream->seekp(0);
-        print(*stream);
-    });
 }
 
 template <typename Print>
@@ -201,23 +187,6 @@ void addChains() {
     });
 }
 
-// Raised by values beside the same by pointers, and handed on by what a vector does when it grows.
-void addRaising() {
-    addBoth(
-        "three errors: raise, destroy", depth, -depth,
-        [] {
-            HLVError::Holder holder;
-            for (int i = 0; i < depth; ++i) {
-                holder.prepend(-i - 1, text, i);
-            }
-            return holder.getError()->getCode();
-        },
-        [] {
-            HLVError::Holder const holder(makeChain(depth));
-            return holder.getError()->getCode();
-        });
-}
-
 // What grows with the length of a chain.
 void addLongChain(int n) {
     auto const size = static_cast<std::size_t>(n);
@@ -238,163 +207,14 @@ void addLongChain(int n) {
         [codes] { return *std::find(codes.begin(), codes.end(), -1); });
 }
 
-using Errors = std::list<std::unique_ptr<HLVError>>;
-
-// n entries, all warnings but the last.
-void fill(HLVError::List& list, int n) {
-    for (int i = 1; i <= n; ++i) {
-        list.add(new HLVError(i < n ? i : -1));
-    }
-}
-void fill(Errors& list, int n) {
-    for (int i = 1; i <= n; ++i) {
-        list.push_back(std::make_unique<HLVError>(i < n ? i : -1));
-    }
-}
-
-// Each operation of lists beside the same on a list of owning pointers. None changes its list.
-void addLists(int n) {
-    auto const size = static_cast<std::size_t>(n);
-    auto const ours = std::make_shared<HLVError::List>();
-    auto const limit = std::make_shared<Errors>();
-    fill(*ours, n);
-    fill(*limit, n);
-    auto const sum = static_cast<std::int64_t>(n) * (n - 1) / 2 - 1;
-    addBoth(
-        "list: walk", size, sum,
-        [ours] {
-            std::int64_t all = 0;
-            for (auto at = ours->begin(); !at.end(); ++at) {
-                all += (*at)->getCode();
-            }
-            return all;
-        },
-        [limit] {
-            std::int64_t all = 0;
-            for (auto const& error : *limit) {
-                all += error->getCode();
-            }
-            return all;
-        });
-    addBoth(
-        "list: find a code", size, n - 1,
-        [ours] {
-            int steps = 0;
-            for (auto at = ours->begin(); (*at)->getCode() != -1; ++at) {
-                ++steps;
-            }
-            return steps;
-        },
-        [limit] {
-            int steps = 0;
-            for (auto at = limit->begin(); (*at)->getCode() != -1; ++at) {
-                ++steps;
-            }
-            return steps;
-        });
-    addBoth(
-        "list: add, destroy", size, n,
-        [n] {
-            HLVError::List list;
-            fill(list, n);
-            return list.getCount();
-        },
-        [n] {
-            Errors list;
-            fill(list, n);
-            return static_cast<int>(list.size());
-        });
-    addBoth(
-        "list: extract, add each", size, n,
-        [ours, n] {
-            for (int i = 0; i < n; ++i) {
-                HLVError::Holder holder;
-                auto at = ours->begin();
-                ours->extract(at, holder);
-                ours->add(holder);
-            }
-            return ours->getCount();
-        },
-        [limit, n] {
-            for (int i = 0; i < n; ++i) {
-                std::unique_ptr<HLVError> error = std::move(limit->front());
-                limit->pop_front();
-                limit->push_back(std::move(error));
-            }
-            return static_cast<int>(limit->size());
-        });
-    addBoth(
-        "list: add, remove each", size, 0,
-        [n] {
-            HLVError::List list;
-            fill(list, n);
-            for (int i = 0; i < n; ++i) {
-                auto at = list.begin();
-                list.remove(at);
-            }
-            return list.getCount();
-        },
-        [n] {
-            Errors list;
-            fill(list, n);
-            for (int i = 0; i < n; ++i) {
-                list.pop_front();
-            }
-            return static_cast<int>(list.size());
-        });
-}
-
-// An exception with a trace, which a layer between extends and throws on. The limit throws the bare
-// trace.
-template <typename Make, typename Extend, typename TraceOf>
-void addThrow(char const* who, Make make, Extend extend, TraceOf traceOf) {
-    using Exception = decltype(make());
-    addSame("throw, add trace, catch", 1, who, "io -> pump", [make, extend, traceOf] {
-        try {
-            try {
-                throw make();
-            } catch (Exception& e) {
-                extend(e);
-                throw;
-            }
-        } catch (Exception& e) {
-            return std::string(traceOf(e));
-        }
-    });
-}
-
-void addThrows() {
-    addThrow(
-        "ours", [] { return HLVErrorException(new HLVError(-1), "io"); },
-        [](HLVErrorException& e) { e.addTrace("pump"); },
-        [](HLVErrorException& e) { return e.trace(); });
-    addThrow(
-        "limit", [] { return std::string("io"); }, [](std::string& e) { e += " -> pump"; },
-        [](std::string& e) { return e; });
-#ifdef HALVTYPES_WITH_BOOST
-    addThrow(
-        "boost::exception",
-        [] {
-            Failure failure;
-            failure << Code(-1) << Text("io");
-            return failure;
-        },
-        [](Failure& e) { *boost::get_error_info<Text>(e) += " -> pump"; },
-        [](Failure& e) { return *boost::get_error_info<Text>(e); });
-#endif
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
     addChains();
-    addRaising();
     addContenders();
     for (int const n : {16, 256, 4096, 65536}) {
         addLongChain(n);
-        addLists(n);
     }
-    addThrows();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
 }

@@ -4,17 +4,23 @@
 
 #include <Halvora/text/Convert.h>
 #include <Halvora/types/Binary16.h>
+#include <Halvora/types/ParseBinary16.h>
 
+#include <algorithm>
+#include <array>
+#include <cstdio>
 #include <cstring>
 #include <iomanip>
 #include <memory>
 #include <sstream>
+#include <string_view>
 
 #ifdef HALVTYPES_WITH_ABSEIL
 #    include <absl/strings/ascii.h>
 #    include <absl/strings/escaping.h>
 #endif
 #ifdef HALVTYPES_WITH_BOOST
+#    include <boost/uuid/string_generator.hpp>
 #    include <boost/uuid/uuid_io.hpp>
 #endif
 #ifdef HALVTYPES_WITH_FMT
@@ -47,6 +53,17 @@ std::string groupedByStream(Binary16 const& id) {
     return stream.str();
 }
 
+#ifdef HALVTYPES_WITH_BOOST
+boost::uuids::uuid boostValue() {
+    boost::uuids::uuid uuid;
+    unsigned char const order[] = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
+    for (int i = 0; i < 16; ++i) {
+        uuid.data[i] = value[order[i]];
+    }
+    return uuid;
+}
+#endif
+
 template <typename ToText>
 void addText(char const* name, char const* who, ToText toText) {
     bench::addSame(name, 36, who, grouped, toText);
@@ -62,12 +79,7 @@ void addGrouped() {
     addText(name, "ours", [] { return Convert::toAString(value); });
     addText(name, "string stream", [] { return groupedByStream(value); });
 #ifdef HALVTYPES_WITH_BOOST
-    boost::uuids::uuid uuid;
-    unsigned char const order[] = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
-    for (int i = 0; i < 16; ++i) {
-        uuid.data[i] = value[order[i]];
-    }
-    addText(name, "Boost.UUID", [uuid] { return boost::uuids::to_string(uuid); });
+    addText(name, "Boost.UUID", [uuid = boostValue()] { return boost::uuids::to_string(uuid); });
 #endif
 #ifdef HALVTYPES_WITH_QT
     addText(name, "QUuid",
@@ -169,12 +181,81 @@ void addReads() {
     });
 }
 
+// What the characters of the grouped form are worth, unchecked: a look-up for each.
+Binary16 valueUnchecked(std::string_view text) {
+    static auto const worth = [] {
+        std::array<unsigned char, 256> table{};
+        for (unsigned char i = 0; i < 16; ++i) {
+            table[static_cast<unsigned char>("0123456789abcdef"[i])] = i;
+        }
+        return table;
+    }();
+    Binary16 id;
+    auto const* byte = reinterpret_cast<unsigned char const*>(text.data());
+    for (int const at : {3, 2, 1, 0, -1, 5, 4, -1, 7, 6, -1, 8, 9, -1, 10, 11, 12, 13, 14, 15}) {
+        if (at < 0) {
+            ++byte;
+            continue;
+        }
+        id.set(static_cast<unsigned char>(at),
+               static_cast<unsigned char>(worth[byte[0]] << 4 | worth[byte[1]]));
+        byte += 2;
+    }
+    return id;
+}
+
+// Reads a text that no compiler knows.
+template <typename Expected, typename Text, typename Parse>
+void addParse(char const* name, char const* who, Expected const& expected, Text const& text,
+              Parse parse) {
+    bench::addSame(name, text.size(), who, expected, [text, parse]() mutable {
+        benchmark::DoNotOptimize(text);
+        return parse(text);
+    });
+}
+
+void addParses() {
+    constexpr char name[] = "identifier from grouped text, checked";
+    constexpr std::string_view text = grouped;
+    auto const ours = [](auto const& form) {
+        Binary16 id;
+        return parseBinary16(form, id) ? id : Binary16::MAX;
+    };
+    addParse(name, "ours", value, text, ours);
+    addParse(name, "limit", value, text, valueUnchecked);
+#ifdef HALVTYPES_WITH_BOOST
+    addParse(name, "Boost.UUID", boostValue(), text, [](std::string_view form) {
+        return boost::uuids::string_generator()(form.begin(), form.end());
+    });
+#endif
+#ifdef HALVTYPES_WITH_QT
+    addParse(name, "QUuid", QUuid(0x12345678, 0x9abc, 0xdef0, 8, 7, 6, 5, 4, 3, 2, 1), text,
+             [](std::string_view form) {
+                 return QUuid::fromString(QLatin1String(form.data(), int(form.size())));
+             });
+#endif
+    addParse(name, "sscanf", value, text, [](std::string_view form) {
+        unsigned char b[16] = {};
+        std::sscanf(form.data(),
+                    "%2hhx%2hhx%2hhx%2hhx-%2hhx%2hhx-%2hhx%2hhx-%2hhx%2hhx-%2hhx%2hhx%2hhx%2hhx"
+                    "%2hhx%2hhx",
+                    b + 3, b + 2, b + 1, b, b + 5, b + 4, b + 7, b + 6, b + 8, b + 9, b + 10,
+                    b + 11, b + 12, b + 13, b + 14, b + 15);
+        return Binary16(b, 16);
+    });
+    addParse("identifier from hexadecimal text, checked", "ours", value, std::string_view(hex),
+             ours);
+    addParse("identifier from wide grouped text, checked", "ours", value,
+             Convert::toWString(std::string(grouped)), ours);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     addGrouped();
     addWrites();
     addReads();
+    addParses();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
 }
