@@ -15,127 +15,116 @@ namespace {
 
 using Byte = unsigned char;
 
-// In a buffer with just the room for it; one of one character less is not touched.
-template <typename Char, std::size_t Length>
-void expectInBuffer(std::string const& expected, Binary16 const& value,
+constexpr Binary16 constant("0x0102030405060708DEF09ABC12345678"_id);
+static_assert(constant == Binary16(0x12345678, 0x9ABC, 0xDEF0, 0x0102030405060708) &&
+              constant != Binary16(-1) && Binary16(1u) < Binary16(2l) && Binary16() <= 0 &&
+              Binary16(256) < Binary16(1ull) && Binary16(-1ll) > Binary16(-1) &&
+              Binary16(1) >= 1ul && Binary16(0, 0, 0, 1ull << 56) != Binary16());
+#if defined(__cpp_nontype_template_args) && __cpp_nontype_template_args >= 201911
+template <Binary16 Id>
+constexpr Binary16 argument = Id;
+static_assert(argument<constant> == constant && (constant <=> Binary16(1)) > 0);
+#endif
+
+// An operator of the program goes before ours.
+struct Number : Binary16 {
+    operator int() const { return 5; }
+};
+
+// Of the constant: in a buffer with just the room for it; with less nothing is touched.
+template <typename Char>
+void expectInBuffer(std::string const& expected,
                     std::size_t (Binary16::*put)(Char*, std::size_t) const noexcept) {
-    Char text[Length + 1] = {};
-    EXPECT_EQ(0u, (value.*put)(text, Length - 1) + (value.*put)(nullptr, Length));
-    EXPECT_EQ(Char(), text[0]);
-    EXPECT_EQ(Length, (value.*put)(text, Length));
-    EXPECT_EQ(expected, std::string(text, text + Length));
+    std::size_t const length = expected.size();
+    std::basic_string<Char> const untouched(length + 1, Char(0x23));
+    std::basic_string<Char> text(untouched);
+    EXPECT_EQ(0u, (constant.*put)(&text[0], length - 1) + (constant.*put)(nullptr, length));
+    EXPECT_EQ(untouched, text);
+    EXPECT_EQ(length, (constant.*put)(&text[0], length));
+    EXPECT_EQ(expected + '#', std::string(text.begin(), text.end()));
 }
 
 TEST(Binary16, showsItsBytesInTwoForms) {
-    struct {
-        Binary16 value;
-        std::string hexadecimal, grouped;
-    } const rows[] = {
-        {-1,                                   "0x000000000000000000000000FFFFFFFF",   "ffffffff-0000-0000-0000-000000000000"           },
-        {-2ll,                                 "0x0000000000000000FFFFFFFFFFFFFFFE",   "fffffffe-ffff-ffff-0000-000000000000"           },
-        {1.0f,                                 "0x0000000000000000000000003F800000",   "3f800000-0000-0000-0000-000000000000"           },
-        {Binary16(0x12345678,                  0x9ABC,                                 0xDEF0,                                            0x0102030405060708),
-         "0x0102030405060708DEF09ABC12345678", "12345678-9abc-def0-0807-060504030201"},
-        {Binary16("abc", 3), "0x00000000000000000000000000636261",
-         "00636261-0000-0000-0000-000000000000"},
-        {Binary16(nullptr,                                  10),                                    "0x00000000000000000000000000000000",
-         "00000000-0000-0000-0000-000000000000"},
-        {Binary16::fromUuidBytes("ABCDEFGHIJKLMNOP"),                     "0x504F4E4D4C4B4A494748454641424344",
-         "41424344-4546-4748-494a-4b4c4d4e4f50"},
-        {"6ba7b810-9dad-11d1-80b4-00c04fd430c8"_id,                                    "0xC830D44FC000B48011D19DAD6BA7B810",
-         "6ba7b810-9dad-11d1-80b4-00c04fd430c8"                        },
+    Binary16 const uuid = Binary16::fromUuidBytes("ABCDEFGHIJKLMNOP");
+    std::tuple<Binary16, std::string, std::string> const rows[] = {
+        {-1,       "0x000000000000000000000000FFFFFFFF", "ffffffff-0000-0000-0000-000000000000"},
+        {-2ll,     "0x0000000000000000FFFFFFFFFFFFFFFE", "fffffffe-ffff-ffff-0000-000000000000"},
+        {1.0f,     "0x0000000000000000000000003F800000", "3f800000-0000-0000-0000-000000000000"},
+        {constant, "0x0102030405060708DEF09ABC12345678", "12345678-9abc-def0-0807-060504030201"},
+        {uuid,     "0x504F4E4D4C4B4A494748454641424344", "41424344-4546-4748-494a-4b4c4d4e4f50"},
     };
-    for (auto const& row : rows) {
+    for (auto const& [value, hexadecimal, grouped] : rows) {
         std::ostringstream stream;
         std::wostringstream wide;
-        row.value.write(stream);
-        stream << std::setw(36) << std::left << row.value << '|';
-        wide << row.value;
-        EXPECT_EQ(row.hexadecimal + row.hexadecimal + "  |", stream.str());
-        EXPECT_EQ(Convert::toWString(row.hexadecimal), wide.str());
-        EXPECT_EQ(row.grouped, Convert::toAString(row.value));
-        EXPECT_EQ(Convert::toWString(row.grouped), Convert::toWString(row.value));
-        std::ostringstream uuid; // its bytes are the text without the hyphens
-        Byte bytes[16];
-        row.value.toUuidBytes(bytes);
-        for (Byte const byte : bytes) {
-            uuid << std::hex << std::setw(2) << std::setfill('0') << +byte;
-        }
-        std::string digits = row.grouped;
+        stream << std::setw(36) << std::left << value << '|';
+        stream << Number() << (std::ostringstream() << value).good();
+        wide << value;
+        EXPECT_EQ(hexadecimal + "  |51", stream.str());
+        EXPECT_EQ(Convert::toWString(hexadecimal), wide.str());
+        EXPECT_EQ(grouped, Convert::toAString(value));
+        EXPECT_EQ(Convert::toWString(grouped), Convert::toWString(value));
+        std::string digits = grouped; // a UUID's bytes are the text without the hyphens
         digits.erase(std::remove(digits.begin(), digits.end(), '-'), digits.end());
-        EXPECT_EQ(digits, uuid.str());
-        EXPECT_EQ(row.value, Binary16::fromUuidBytes(bytes));
-        expectInBuffer<char, 36>(row.grouped, row.value, &Binary16::toGrouped);
-        expectInBuffer<wchar_t, 36>(row.grouped, row.value, &Binary16::toGrouped);
-        expectInBuffer<char, 34>(row.hexadecimal, row.value, &Binary16::toHexadecimal);
-        expectInBuffer<wchar_t, 34>(row.hexadecimal, row.value, &Binary16::toHexadecimal);
+        Byte bytes[16];
+        value.toUuidBytes(bytes);
+        for (unsigned i = 0; i < 16; ++i) {
+            EXPECT_EQ(Convert::toByte(digits[2 * i], digits[2 * i + 1]), bytes[i]) << grouped << i;
+        }
+        EXPECT_EQ(value, Binary16::fromUuidBytes(bytes));
     }
+    auto const& [value, hexadecimal, grouped] = rows[3];
+    expectInBuffer<char>(grouped, &Binary16::toGrouped);
+    expectInBuffer<wchar_t>(grouped, &Binary16::toGrouped);
+    expectInBuffer<char>(hexadecimal, &Binary16::toHexadecimal);
+    expectInBuffer<wchar_t>(hexadecimal, &Binary16::toHexadecimal);
 }
 
-// A value and the plain bytes that it should hold; each step answers what it does.
-struct Program {
-    std::mt19937_64 random;
-    Binary16 value = {};
-    std::string expected = std::string(16, '\0');
+template <typename T>
+void expectHeld(T number, Binary16 const& before) {
+    Binary16 value(before), expected(before);
+    std::memcpy(expected.m_bytes, &number, sizeof number);
+    T back{};
+    EXPECT_EQ(0, value.set(number));
+    value.get(back);
+    EXPECT_TRUE(value == expected && back == number)
+        << typeid(T).name() << ' ' << +number << " over " << before << " gives " << value;
+    if constexpr (sizeof number >= sizeof(int)) {
+        EXPECT_EQ(Binary16(&number, sizeof number), Binary16(number)) << typeid(T).name();
+    }
+}
+template <typename... Types>
+void expectHeldAs(long long number, Binary16 const& before) {
+    (expectHeld(static_cast<Types>(number), before), ...);
+}
 
-    template <typename T>
-    std::string set(T const& number) {
-        expected.replace(0, sizeof number, reinterpret_cast<char const*>(&number), sizeof number);
-        bool const isSet = value.set(number) == 0;
-        T back{};
-        value.get(back);
-        EXPECT_TRUE(isSet && back == number);
-        if constexpr (sizeof number >= sizeof(int)) {
-            EXPECT_EQ(Binary16(expected.data(), sizeof number), Binary16(number));
-        }
-        return std::string("set ") + typeid(T).name();
+TEST(Binary16, holdsANumberInFrontAndLeavesTheRest) {
+    std::mt19937_64 random(2);
+    for (unsigned i = 0; i < 5000 && !HasFailure(); ++i) {
+        auto const number = static_cast<long long>(random() >> i % 64);
+        expectHeldAs<bool, Byte, short, unsigned short, int, unsigned int, long, unsigned long,
+                     long long, unsigned long long, float, double>(number, {i, 1, 2, random()});
     }
-    template <typename... Types>
-    std::string setOneOf() {
-        std::string step;
-        auto pick = random() % sizeof...(Types);
-        auto const bits = static_cast<long long>(random() >> random() % 64);
-        ((pick-- == 0 ? void(step = set(static_cast<Types>(bits))) : void()), ...);
-        return step;
-    }
-    std::string setByte(Byte index, char byte) {
-        EXPECT_EQ(0, value.set(index, static_cast<Byte>(byte)));
-        expected[index] = byte;
-        return "set byte " + std::to_string(index);
-    }
-    std::string assign(unsigned int length) {
-        std::vector<char> const raw(1 + length, char(random())); // odd address, end of the block
-        expected = std::string(raw.data() + 1, std::min(16u, length));
-        expected.resize(16);
-        EXPECT_EQ(0, value.set(Binary16(raw.data() + 1, length)));
-        value = reinterpret_cast<Byte const*>(expected.data());
-        return "take " + std::to_string(length) + " bytes";
-    }
-    std::string step() {
-        switch (random() % 8) {
-        case 0: return setByte(static_cast<Byte>(random() % 16), static_cast<char>(random()));
-        case 1: return assign(static_cast<unsigned int>(random() % 40));
-        default:
-            return setOneOf<bool, Byte, short, unsigned short, int, unsigned int, long,
-                            unsigned long, long long, unsigned long long, float, double>();
-        }
-    }
-};
+    bool isSet = false;
+    Binary16(0x80).get(isSet); // not the 1 that set(true) writes
+    EXPECT_TRUE(isSet);
+}
 
-TEST(Binary16, holdsWhatRandomStepsLeaveInPlainBytes) {
-    Program program = {std::mt19937_64(2)};
-    std::string steps;
-    for (int i = 0; i < 20000 && !HasFailure(); ++i) {
-        steps = program.step() + ", before that " + steps.substr(0, 80);
+TEST(Binary16, takesBytesAndRefusesAnIndexBehindThem) {
+    for (unsigned length = 0; length < 20; ++length) {
+        std::vector<Byte> bytes(1 + length); // the first of them lies at an odd address
+        std::generate(bytes.begin(), bytes.end(), [at = 9u]() mutable { return Byte(at *= 11); });
+        Binary16 const value(bytes.data() + 1, length);
+        bytes.resize(17);
+        Binary16 assigned(Binary16::MAX), built(Binary16::MAX);
+        assigned = bytes.data() + 1;
         for (Byte at = 0; at < 16; ++at) {
-            EXPECT_EQ(static_cast<Byte>(program.expected[at]), program.value[at])
-                << "byte " << +at << " after " << steps;
+            EXPECT_EQ(0, built.set(at, bytes[1u + at]));
+            EXPECT_EQ(bytes[1u + at], value[at]) << length << ' ' << +at;
         }
+        EXPECT_TRUE(assigned == value && built == value) << length;
     }
-}
-
-TEST(Binary16, refusesAnIndexBehindItsBytesAndClearsForNull) {
-    Binary16 value(Binary16::MAX);
+    Binary16 value;
+    EXPECT_EQ(0, value.set(Binary16::MAX));
     EXPECT_EQ(ERR_OUT_OF_RANGE, value.set(Byte{16}, 1));
     try {
         ADD_FAILURE() << value[16];
@@ -147,9 +136,6 @@ TEST(Binary16, refusesAnIndexBehindItsBytesAndClearsForNull) {
     value = static_cast<Byte const*>(nullptr);
     EXPECT_EQ(Binary16::EMPTY, value);
     EXPECT_TRUE(Binary16::fromUuidBytes(nullptr) == value && Binary16(nullptr, 10) == value);
-    bool isSet = false;
-    Binary16(0x80).get(isSet); // not the 1 that set(true) writes
-    EXPECT_TRUE(isSet);
 }
 
 TEST(Binary16, comparisonAndHashSeeEveryBit) {
@@ -158,25 +144,12 @@ TEST(Binary16, comparisonAndHashSeeEveryBit) {
         Binary16 zero(Binary16::MAX), one;
         one.set(static_cast<Byte>(i / 8), static_cast<Byte>(1 << i % 8));
         hashes.insert(std::hash<Binary16>()(one));
-        for (int before = i / 8; before >= 0; --before) {
-            zero.set(static_cast<Byte>(before), 0); // what is behind decides nothing
-        }
+        std::fill_n(zero.m_bytes, i / 8 + 1, Byte{0}); // what is behind decides nothing
         EXPECT_TRUE(zero < one && zero <= one && one > zero && one >= zero && zero != one) << i;
         EXPECT_FALSE(one < zero || one <= zero || zero > one || zero >= one || zero == one) << i;
         EXPECT_TRUE(one <= one && one >= one && !(one < one) && !(one > one)) << i;
     }
     EXPECT_EQ(128u, hashes.size());
 }
-
-constexpr Binary16 constant("0x0102030405060708DEF09ABC12345678"_id);
-static_assert(constant == Binary16(0x12345678, 0x9ABC, 0xDEF0, 0x0102030405060708) &&
-              constant != Binary16(-1) && Binary16(1u) < Binary16(2l) && Binary16() <= 0 &&
-              Binary16(256) < Binary16(1ull) && Binary16(-1ll) > Binary16(-1) &&
-              Binary16(1) >= 1ul && Binary16(0, 0, 0, 1ull << 56) != Binary16());
-#if defined(__cpp_nontype_template_args) && __cpp_nontype_template_args >= 201911
-template <Binary16 Id>
-constexpr Binary16 argument = Id;
-static_assert(argument<constant> == constant && (constant <=> Binary16(1)) > 0);
-#endif
 
 } // namespace

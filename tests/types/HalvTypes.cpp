@@ -21,8 +21,7 @@ static_assert(!hasInstances<HalvTypes> && !hasInstances<Round> && hasInstances<B
 static_assert(ERR_OUT_OF_RANGE == -1004996 && ERR_WRONG_TYPE == -1004997 &&
               ERR_NULL_POINTER == -1004999 && PARSE_BAD_CHARACTER == 1 && PARSE_TOO_LONG == 3);
 
-// A type or group by its number as one digit.
-constexpr char digits[] = "0123456789ABCDEF";
+constexpr char digits[] = "0123456789ABCDEF"; // a type or group by its number
 
 // In the order of the numbers, one more for all other numbers.
 std::string const names[] = {"VOID",   "BOOL",   "BYTE",     "INT16",     "INT32",    "INT64",

@@ -20,11 +20,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 TEST(Round, convertsHalvesAwayFromZeroAndRoundsThemUpward) {
-    struct {
-        double value;
-        int digits, converted;
-        double rounded;
-    } const rows[] = {
+    std::tuple<double, int, int, double> const rows[] = {
         {2.5,                 0,   3,       3                  },
         {-2.5,                0,   -3,      -2                 },
         {0.49999999999999994, 0,   1,       1                  },
@@ -38,10 +34,10 @@ TEST(Round, convertsHalvesAwayFromZeroAndRoundsThemUpward) {
         {0,                   309, 0,       nan                },
         {-nan,                2,   0,       nan                }
     };
-    for (auto const& row : rows) {
-        EXPECT_EQ(row.converted, Round::convert(row.value, row.digits)) << row.value;
-        double const rounded = Round::round(row.value, row.digits);
-        EXPECT_EQ(Binary16(row.rounded), Binary16(rounded)) << row.value << " gives " << rounded;
+    for (auto const& [value, digits, converted, expected] : rows) {
+        EXPECT_EQ(converted, Round::convert(value, digits)) << value;
+        double const rounded = Round::round(value, digits);
+        EXPECT_EQ(Binary16(expected), Binary16(rounded)) << value << " gives " << rounded;
     }
     EXPECT_TRUE(Round::convert(1.005f, 2) == 101 && Round::round(1.005f, 2) == 1.01f);
     EXPECT_EQ(8388610.0f, Round::round(8388609.0f));
@@ -90,9 +86,8 @@ void expectRoundingOfMany() {
         }
     }
     std::mt19937 random(4);
-    std::uniform_int_distribution<int> any(INT_MIN, INT_MAX);
     for (int i = 0; i < 50000; ++i) {
-        int const digits = i % 25 - 12, whole = any(random) / (1 << i % 31);
+        int const digits = i % 25 - 12, whole = static_cast<int>(random()) / (1 << i % 31);
         auto const halfway = static_cast<Real>((whole + 0.5) / std::pow(10.0, digits));
         expectRounding(halfway, digits);
         expectRounding(std::nextafter(halfway, Real(0)), digits);
