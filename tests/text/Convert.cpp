@@ -10,11 +10,7 @@ static_assert(!std::is_aggregate_v<Convert> && !std::is_default_constructible_v<
 static_assert(std::is_invocable_v<decltype(&Convert::toBool), std::string>); // has no overload
 
 TEST(Convert, encodingsByExample) {
-    struct {
-        wchar_t wide;
-        char narrow;
-        unsigned short unit;
-    } const rows[] = {
+    std::tuple<wchar_t, char, unsigned short> const rows[] = {
         {L'\0',     '\0',   0     },
         {0xFF,      '\xFF', 0xFF  },
         {0x100,     ' ',    0x100 }, // narrow text does not have it
@@ -35,10 +31,9 @@ void checkEncoding(std::initializer_list<void (*)(To&, From const&)> conversions
     for (unsigned length = 0, unit = 0; length <= 1031; ++length) {
         From source;
         To expected;
-        while (source.size() < length) { // bytes, every 16-bit unit in turn, anything
-            unsigned const any = draw(~0u) & (0xFFu << draw(25) | 0xFFu);
-            unsigned const drawn = draw(2) == 0 ? draw(256) : draw(2) == 0 ? unit++ : any;
-            auto const value = static_cast<std::make_unsigned_t<typename From::value_type>>(drawn);
+        while (source.size() < length) { // every 16-bit unit in turn, or anything
+            auto const value = static_cast<std::make_unsigned_t<typename From::value_type>>(
+                draw(2) == 0 ? unit++ : draw(~0u) >> draw(32));
             bool const lost = sizeof expected[0] == 1 && value > 0xFF;
             source += static_cast<typename From::value_type>(value);
             expected += static_cast<typename To::value_type>(lost ? 0x20 : value);

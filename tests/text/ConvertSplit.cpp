@@ -1,5 +1,7 @@
 #include <Halvora/text/Convert.h>
 
+#include <array>
+
 #include <tests/support/Memory.h>
 #include <tests/support/SlowSplit.h>
 #include <tests/text/Text.h>
@@ -9,39 +11,6 @@ namespace {
 
 std::wstring widened(std::string const& text) {
     return Convert::toWString(text);
-}
-
-TEST(Convert, trimmingSparesTextOfNothingButTheSet) {
-    std::string const usual = " \t\r\n";
-    struct {
-        std::string text, set, trimmed; // on the left, on the right, on both sides
-    } const rows[] = {
-        {"  a b and c  ", usual,  "a b and c  /  a b and c/a b and c"},
-        {"\t\va\n",       usual,  "\va\n/\t\va/\va"                  }, // not in the set
-        {" \t\r\n",       usual,  " \t\r\n/ \t\r\n/ \t\r\n"          },
-        {"",              usual,  "//"                               },
-        {" a ",           "",     " a / a / a "                      },
-        {"\xE9 a\xE9",    "\xE9", " a\xE9/\xE9 a/ a"                 },
-    };
-    EXPECT_TRUE(Convert::ms_strTrim == usual && Convert::ms_wstrTrim == widened(usual));
-    for (auto const& row : rows) {
-        auto const check = [](auto const& expected, auto text, auto const& set) {
-            auto left = text, right = text;
-            Convert::trimLeft(left, set);
-            Convert::trimRight(right, set);
-            Convert::trim(text, set);
-            std::remove_const_t<std::remove_reference_t<decltype(expected)>> trimmed(left);
-            ((((trimmed += '/') += right) += '/') += text);
-            EXPECT_EQ(expected, trimmed) << __PRETTY_FUNCTION__;
-        };
-        auto const checkAll = [&check](auto const& expected, auto const& text, auto const& set) {
-            check(expected, text, set);
-            check(expected, text, viewOf(set));
-            check(expected, viewOf(text), viewOf(set));
-        };
-        checkAll(row.trimmed, row.text, row.set);
-        checkAll(widened(row.trimmed), widened(row.text), widened(row.set));
-    }
 }
 
 // Each field in brackets.
@@ -54,10 +23,38 @@ std::string bracketed(std::vector<Text> const& fields) {
     return result;
 }
 
+TEST(Convert, trimmingSparesTextOfNothingButTheSet) {
+    std::string const usual = " \t\r\n";
+    std::array<std::string, 3> const rows[] = {
+  // on the left, on the right, on both sides
+        {"  a b and c  ", usual,  "[a b and c  ][  a b and c][a b and c]"},
+        {"\t\va\n",       usual,  "[\va\n][\t\va][\va]"                  }, // not in the set
+        {" \t\r\n",       usual,  "[ \t\r\n][ \t\r\n][ \t\r\n]"          },
+        {"",              usual,  "[][][]"                               },
+        {" a ",           "",     "[ a ][ a ][ a ]"                      },
+        {"\xE9 a\xE9",    "\xE9", "[ a\xE9][\xE9 a][ a]"                 },
+    };
+    EXPECT_TRUE(Convert::ms_strTrim == usual && Convert::ms_wstrTrim == widened(usual));
+    for (auto const& [text, set, trimmed] : rows) {
+        auto const check = [&expected = trimmed](auto both, auto const& chars) {
+            auto left = both, right = both;
+            Convert::trimLeft(left, chars);
+            Convert::trimRight(right, chars);
+            Convert::trim(both, chars);
+            EXPECT_EQ(expected, bracketed(std::vector{left, right, both}));
+        };
+        auto const checkAll = [&check](auto const& of, auto const& chars) {
+            check(of, chars);
+            check(of, viewOf(chars));
+            check(viewOf(of), viewOf(chars));
+        };
+        checkAll(text, set);
+        checkAll(widened(text), widened(set));
+    }
+}
+
 TEST(Convert, splittingByExample) {
-    struct {
-        std::string text, split, quoted;
-    } const rows[] = {
+    std::array<std::string, 3> const rows[] = {
         {"",                  "",                      ""                   },
         {",a",                "[][a]",                 "[][a]"              },
         {"a,,b,",             "[a][][b]",              "[a][][b]"           }, // none at the very end
@@ -73,13 +70,13 @@ TEST(Convert, splittingByExample) {
         {R"("a,"b,c)",        R"(["a]["b][c])",        "[a,][b][c]"         },
         {R"("a ""b"", c",d)", R"(["a ""b""][ c"][d])", R"([a ""b"][ c"][d])"}, // no escape: torn
     };
-    for (auto const& row : rows) {
+    for (auto const& [text, split, quoted] : rows) {
         std::vector<std::string> fields(3, "old");
         std::vector<std::wstring> wide(1, L"old");
-        EXPECT_EQ(row.split, bracketed(Convert::split(row.text, ',', fields)));
-        EXPECT_EQ(row.split, bracketed(Convert::split(widened(row.text), L',', wide)));
-        EXPECT_EQ(row.quoted, bracketed(Convert::splitQuoted(row.text, ',', fields)));
-        EXPECT_EQ(row.quoted, bracketed(Convert::splitQuoted(widened(row.text), L',', wide)));
+        EXPECT_EQ(split, bracketed(Convert::split(text, ',', fields)));
+        EXPECT_EQ(split, bracketed(Convert::split(widened(text), L',', wide)));
+        EXPECT_EQ(quoted, bracketed(Convert::splitQuoted(text, ',', fields)));
+        EXPECT_EQ(quoted, bracketed(Convert::splitQuoted(widened(text), L',', wide)));
     }
 }
 
@@ -119,13 +116,9 @@ TEST(Convert, splittingAgreesWithReadingLines) {
 }
 
 TEST(Convert, tokensEndWhereAFurtherCharacterFollowsTheDelimiter) {
-    struct {
-        std::string text;
-        char const *delimiter, *tokens;
-    } rows[] = {
+    std::tuple<std::string, char const*, char const*> rows[] = {
         {"abc--def", "--",    "[abc][def]"},
-        {"a,,b",     ",",     "[a][][b]"  },
-        {",a",       ",",     "[][a]"     },
+        {",a,,b",    ",",     "[][a][][b]"},
         {"a,b,",     ",",     "[a][b,]"   },
         {",,",       ",",     "[][,]"     },
         {"a---b",    "--",    "[a][-b]"   },
@@ -134,16 +127,14 @@ TEST(Convert, tokensEndWhereAFurtherCharacterFollowsTheDelimiter) {
         {"a,b",      nullptr, "[a,b]"     },
     };
     for (auto& [text, delimiter, expected] : rows) {
-        std::string tokens;
-        char* next = text.data(); // where a null text goes on
-        do {
-            tokens += std::string("[") + Convert::token(nullptr, delimiter, next) + ']';
-        } while (next != nullptr);
-        EXPECT_EQ(expected, tokens);
-        EXPECT_EQ(nullptr, Convert::token(nullptr, delimiter, next));
+        char* next = nullptr;
+        std::vector<std::string> tokens(1, Convert::token(text.data(), delimiter, next));
+        while (char const* const token = Convert::token(nullptr, delimiter, next)) {
+            tokens.push_back(token);
+        }
+        EXPECT_TRUE(tokens[0] == text.c_str() && next == nullptr);
+        EXPECT_EQ(expected, bracketed(tokens));
     }
-    char text[] = "a,b", *next = nullptr;
-    EXPECT_TRUE(Convert::token(text, ",", next) == text && next == text + 2);
 }
 
 } // namespace

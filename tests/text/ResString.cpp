@@ -11,26 +11,25 @@
 namespace Halvora::test {
 namespace {
 
-// What is read as a packed or raw form, and that no text is.
-HALV_COMPILES(isRead, ResString().set(argument<T>()));
-HALV_COMPILES(isPacked, ResString::set(argument<T>(), 1, nullptr));
-HALV_COMPILES(isMeasured, ResString::size(argument<T>()));
-HALV_COMPILES(isMeasuredWithin, ResString::sizeWithin(argument<T>(), 1));
-HALV_COMPILES(isReadRaw, VarChar::set(argument<T>(), argument<VarChar&>()));
-HALV_COMPILES(isWidened,
-              VarChar::set(argument<T>(), argument<std::wstring&>(), argument<unsigned short&>()));
-HALV_COMPILES(isCompared, VarChar::equal(argument<T>(), L"", 0));
-HALV_COMPILES(isMeasuredRaw, VarChar::size(argument<T>()));
-HALV_COMPILES(isRawWithin, VarChar::sizeWithin(argument<T>(), 1));
-template <int count, typename... T>
-constexpr bool allHave = ((isRead<T> + isPacked<T> + isMeasured<T> + isMeasuredWithin<T> +
-                               isReadRaw<T> + isWidened<T> + isCompared<T> + isMeasuredRaw<T> +
-                               isRawWithin<T> ==
-                           count) &&
-                          ...);
-static_assert(allHave<9, char (&)[9], char const*, unsigned char const (&)[9], std::nullptr_t>);
-static_assert(allHave<0, char const (&)[9], wchar_t*, wchar_t (&)[9], char16_t const*,
-                      char32_t (&)[9], decltype((u8"x"))>);
+// How many functions read this as a packed or raw form; texts are refused by all.
+#define READS(...) [](auto&& form) -> decltype(void(__VA_ARGS__)) {}
+template <typename Form, typename... Calls>
+constexpr int accepting(Calls...) {
+    return (std::is_invocable_v<Calls, Form> + ...);
+}
+template <typename Form>
+constexpr int readers = accepting<Form>(
+    READS(ResString().set(form)), READS(ResString::set(form, 1, nullptr)),
+    READS(ResString::size(form)), READS(ResString::sizeWithin(form, 1)), READS(VarChar::size(form)),
+    READS(VarChar::sizeWithin(form, 1)), READS(VarChar::set(form, std::declval<VarChar&>())),
+    READS(VarChar::set(form, std::declval<std::wstring&>(), std::declval<unsigned short&>())),
+    READS(VarChar::equal(form, L"", 0)));
+static_assert(readers<char (&)[9]> == 9 && readers<char const*> == 9 &&
+              readers<unsigned char const (&)[9]> == 9 && readers<std::nullptr_t> == 9);
+static_assert(readers<char const (&)[9]> + readers<wchar_t*> + readers<wchar_t (&)[9]> +
+                  readers<char16_t const*> + readers<char32_t (&)[9]> +
+                  readers<decltype((u8"x"))> ==
+              0);
 
 // A view is never converted where nobody asks for it, and nothing else is taken for one.
 struct ToView {
@@ -63,15 +62,17 @@ TEST(ResString, textByExample) {
         auto const view = viewOf(wide);
         for (ResString const& text : {ResString(id, wide), ResString(id, unitsOf(wide)),
                                       ResString(id, view), ResString(view)}) {
-            std::string narrow = "old";
-            text.toStr(narrow);
             EXPECT_TRUE(same(kept, text.wstr()) && text == view && !(text != view)) << shown(wide);
-            EXPECT_TRUE(text.size() == 18 + 2 * kept.size() && narrow == Convert::toAString(kept));
-            EXPECT_EQ(wide.size() <= 128, ResString::fits(wide) && ResString::fits(unitsOf(wide)));
-            EXPECT_EQ(wide.size() <= 128, ResString::fits(view));
+            EXPECT_EQ(18 + 2 * kept.size(), text.size());
         }
+        bool const fits = wide.size() <= 128;
+        EXPECT_TRUE(fits == ResString::fits(wide) && fits == ResString::fits(view) &&
+                    fits == ResString::fits(unitsOf(wide)));
     }
     EXPECT_EQ(2, ResString(L"\x10000z").length()); // no end, though the unit is zero
+    std::string narrow = "old";
+    ResString(L"\xE9\x20AC").toStr(narrow);
+    EXPECT_EQ("\xE9 ", narrow);
     EXPECT_TRUE(ResString(L"ab") != ResString(L"ac") && ResString(L"ab") != viewOf<wchar_t>(L"cb"));
 }
 
@@ -90,52 +91,34 @@ TEST(ResString, nullIsTheEmptyTextAndForm) {
 
 TEST(ResString, packedFormsLieAnywhereAndMayOverlapTheirSlots) {
     EXPECT_EQ("", wrongForms<ResString>(idBytes));
-    EXPECT_EQ("30 31 32 33 34 35 36 37 38 39 61 62 63 64 65 66 02 00 61 00 cd ab",
-              hexOf(ResString(id, std::wstring(L"a\xABCD"))));
+    EXPECT_EQ(idBytes + std::string("\2\0a\0\xCD\xAB", 6),
+              bytesOf(ResString(id, std::wstring(L"a\xABCD"))));
 }
 
-struct Model {
-    Binary16 id;
-    std::wstring text; // its units
-};
-
-// Changes a text and its model, and says how.
-std::string step(ResString& text, Model& model, ResString const& other, Model const& otherModel) {
-    std::wstring const any = anyText(draw(4) == 0 ? 120 + draw(20) : draw(20));
-    HLVString const units = unitsOf(any);
-    switch (draw(8)) {
-    case 0: text = other, model = otherModel; return "copied from the other";
-    case 1: text.set(&other), model = otherModel; return "loaded from the other";
-    case 2: text = model.id = Binary16(draw(3)); return "given another identifier";
-    case 3: {
-        model.text = model.text.substr(0, 127);
-        unsigned const from = draw(model.text.size() + 1);
-        text = unitsOf(model.text + L'\0'); // so that there is an end
-        draw(2) == 0 ? text = text.hlv_str() + from : text = text.c_str() + from;
-        model.text.erase(0, from);
-        return "given its own text from unit " + std::to_string(from);
-    }
-    case 4: text = any; break;
-    case 5: text = any.c_str(); break;
-    case 6: text = units; break;
-    default: text = units.c_str();
-    }
-    model.text = Convert::toWString(units).substr(0, 128);
-    return "given the text " + shown(any);
-}
-
-TEST(ResString, anyStepsAgreeWithAModel) {
-    for (int round = 0; round < 1000; ++round) {
-        ResString texts[2];
-        Model models[2];
-        std::string steps = "after these steps:\n";
-        for (int i = 0; i < 8; ++i) {
-            unsigned const at = draw(2), other = 1 - at;
-            steps += "  text " + std::to_string(at) + " is ";
-            steps += step(texts[at], models[at], texts[other], models[other]) + '\n';
-            ASSERT_TRUE(same(models[at].text, std::wstring(texts[at].c_str()))) << steps;
-            ASSERT_EQ(models[at].id, texts[at].id()) << steps;
+TEST(ResString, eachAssignmentReplacesTheTextOrTheIdentifier) {
+    for (unsigned round = 0; round < 2000; ++round) {
+        std::wstring const any = anyText(draw(4) == 0 ? 120 + draw(20) : draw(20));
+        HLVString const units = unitsOf(any);
+        std::wstring const kept = Convert::toWString(units).substr(0, 128);
+        ResString text(Binary16(9), anyText(draw(130))), copy, loaded(id, std::wstring(L"old"));
+        static_cast<void>(text.c_str()); // which leaves a cache
+        switch (round % 4) {
+        case 0: text = any; break;
+        case 1: text = any.c_str(); break;
+        case 2: text = units; break;
+        default: text = units.c_str();
         }
+        EXPECT_EQ(Binary16(9), text.id());
+        text = Binary16(round);
+        loaded.set(&text);
+        copy = text;
+        for (ResString const& one : {text, copy, loaded, ResString(text)}) {
+            EXPECT_TRUE(same(kept, std::wstring(one.c_str())) && one.id() == Binary16(round));
+        }
+        auto const from = draw(std::min<std::size_t>(kept.size(), 127) + 1);
+        text = unitsOf(kept.substr(0, 127) + L'\0'); // so that there is an end
+        round % 2 == 0 ? text = text.hlv_str() + from : text = text.c_str() + from; // a part of it
+        EXPECT_TRUE(same(kept.substr(0, 127).substr(from), text.wstr())) << "from " << from;
     }
     ResString text(HLVString(100, 'a') + HLVString{'b', 0, 'c'});
     text = text.hlv_str() + 1;
@@ -183,10 +166,11 @@ TEST(DummyTranslator, writesNumbersAndDefaultTextsAsTheyAre) {
     EXPECT_TRUE(stream.good() && dummy.getLanguage().empty());
     dummy.getTranslation(stream, id, nullptr);
     EXPECT_TRUE(stream.bad() && stream.str() == std::wstring(2, L'\0') + L"z");
-    ResString::setMainTranslator(nullptr);
-    EXPECT_EQ(nullptr, ResString::getMainTranslator());
-    ResString::ms_pMainTranslator = &dummy;
-    EXPECT_EQ(&dummy, ResString::getMainTranslator());
+    for (ITranslator const* const next : {static_cast<ITranslator const*>(nullptr), &dummy}) {
+        ResString::setMainTranslator(next);
+        EXPECT_TRUE(ResString::getMainTranslator() == next &&
+                    ResString::ms_pMainTranslator == next);
+    }
 }
 
 } // namespace

@@ -8,17 +8,7 @@
 #include <string_view>
 #include <type_traits>
 
-// A variable template `name<T>`: whether the call compiles, in which `argument<T>()` is a T.
-#define HALV_COMPILES(name, call)          \
-    template <typename T, typename = void> \
-    constexpr bool name = false;           \
-    template <typename T>                  \
-    constexpr bool name<T, decltype(void(call))> = true
-
 namespace Halvora::test {
-
-template <typename T>
-T argument();
 
 inline unsigned draw(std::size_t end) { // 0 to end - 1
     static std::mt19937 random;
@@ -61,15 +51,10 @@ testing::AssertionResult same(Text const& expected, Text const& actual) {
            << "expected " << shown(expected, at) << "\n  actual " << shown(actual, at) << '\n';
 }
 
-// The bytes of a packed or raw form: "02 00 61 00 62 00".
+// A packed or raw form.
 template <typename Text>
-std::string hexOf(Text const& object) {
-    std::ostringstream stream;
-    auto const* const bytes = reinterpret_cast<unsigned char const*>(&object);
-    for (unsigned i = 0; i < object.size(); ++i) {
-        stream << (i == 0 ? "" : " ") << std::hex << bytes[i] / 16 << bytes[i] % 16;
-    }
-    return stream.str();
+std::string bytesOf(Text const& object) {
+    return {reinterpret_cast<char const*>(&object), object.size()};
 }
 
 } // namespace Halvora::test
