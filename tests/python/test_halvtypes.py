@@ -21,54 +21,47 @@ NUMBERS = {
     h.DT_DOUBLE: ("d", [0.1, -1e300]),
     h.DT_TICK: ("Q", [0, 2**64 - 1]),
 }
-ID = h.Binary16("12345678-9abc-def0-0807-060504030201")
-OTHERS = {
+UUID = uuid.UUID("12345678-9abc-def0-0807-060504030201")
+ID = h.Binary16(str(UUID))
+ALL = {
+    **{data_type: values for data_type, (_, values) in NUMBERS.items()},
     h.DT_ID: [ID, h.Binary16()],
     h.DT_BINARY16: [ID, h.Binary16.MAX],
     h.DT_STRING: ["", "a\0ä€\U0001f600\ud800"],
     h.DT_STRINGRES: [h.ResString(ID, "ä\U0001f600\udc00"), h.ResString("x")],
 }
-ALL = {**{t: v for t, (_, v) in NUMBERS.items()}, **OTHERS}
 NAMES = {h.DT_BINARY16: "Bin16", h.DT_STRINGRES: "ResString"}
 
 
-def name_of(data_type):
-    return NAMES.get(data_type) or h.Convert.toAString(data_type)
-
-
 def test_identifier():
-    u = uuid.UUID("12345678-9abc-def0-0807-060504030201")
-    assert str(ID) == str(u) == ID.toGrouped()
-    assert h.Binary16(repr(ID)) == h.Binary16(bytes(ID)) == h.Binary16(u.bytes_le) == ID
-    assert h.Binary16.fromUuid(u) == h.Binary16.fromUuidBytes(u.bytes) == ID
-    assert ID.toUuid() == u and ID.toUuidBytes() == u.bytes and bytes(ID) == u.bytes_le
+    assert str(ID) == str(UUID) == ID.toGrouped()
+    assert h.Binary16(repr(ID)) == h.Binary16(bytes(ID)) == h.Binary16(UUID.bytes_le) == ID
+    assert h.Binary16.fromUuid(UUID) == h.Binary16.fromUuidBytes(UUID.bytes) == ID
+    assert ID.toUuid() == UUID and ID.toUuidBytes() == UUID.bytes and bytes(ID) == UUID.bytes_le
     assert {ID: 1}[pickle.loads(pickle.dumps(ID))] == 1
     assert h.Binary16.EMPTY < ID < h.Binary16.MAX and not h.Binary16.EMPTY
     assert list(ID) == list(bytes(ID)) and ID[-1] == 1 and ID != 5
     assert h.Binary16.of(h.DT_INT16, -2).get(h.DT_UINT16) == 65534
     for wrong in ("", "12", b"", bytes(15), bytes(17), str(ID) + " "):
-        with pytest.raises(ValueError):
-            h.Binary16(wrong)
-    with pytest.raises(TypeError):
-        h.Binary16.of(h.DT_INT16, 2**15)
+        pytest.raises(ValueError, h.Binary16, wrong)
+    pytest.raises(TypeError, h.Binary16.of, h.DT_INT16, 2**15)
 
 
 @pytest.mark.parametrize("data_type", ALL)
 def test_array_of_each_type(data_type):
-    values = ALL[data_type]
+    values, name = ALL[data_type], NAMES.get(data_type) or h.Convert.toAString(data_type)
     array = h.HLVArray(data_type)
     for value in values:
-        getattr(array, "add" + name_of(data_type))(value)
-    assert array.tolist() == list(array) == getattr(array, "get" + name_of(data_type))() == values
+        getattr(array, "add" + name)(value)
+    assert array.tolist() == list(array) == getattr(array, "get" + name)() == values
     assert array == h.HLVArray(data_type, values) == pickle.loads(pickle.dumps(array))
     assert array == copy.copy(array) and array[-1] == values[-1] and values[0] in array
-    getattr(array, "set" + name_of(data_type))(0, values[1])
-    getattr(array, "setRange" + name_of(data_type))(1, [values[0]])
+    getattr(array, "set" + name)(0, values[1])
+    getattr(array, "setRange" + name)(1, [values[0]])
     assert array[:] == array and array[::-1].tolist() == values
     array.extend(array)
     assert len(array) == 4 and array[2:].tolist() == array[:2].tolist()
-    with pytest.raises(TypeError):
-        array.append(object())
+    pytest.raises(TypeError, array.append, object())
 
 
 @pytest.mark.parametrize("data_type", NUMBERS)
@@ -105,8 +98,7 @@ def test_no_change_beneath_a_view():
     assert rows.shape == (2, 16) and rows[1, 15] == 1 and rows.tobytes() == bytes(ID) * 2
     assert memoryview(h.HLVArray(h.DT_INT32)).tolist() == []
     for wrong in (h.HLVArray(h.DT_STRING), h.HLVArray.__new__(h.HLVArray)):
-        with pytest.raises(BufferError):
-            memoryview(wrong)
+        pytest.raises(BufferError, memoryview, wrong)
 
 
 def test_array_that_its_own_values_change():
@@ -117,8 +109,7 @@ def test_array_that_its_own_values_change():
             array.clear(h.DT_STRING)
             return 7
 
-    with pytest.raises(IndexError):
-        array[1] = Index()
+    pytest.raises(IndexError, array.__setitem__, 1, Index())
     assert array == h.HLVArray(h.DT_STRING)
 
 
@@ -134,8 +125,7 @@ def test_result_codes():
         (lambda: h.HLVArray(h.DT_BYTE, bytes(65536)), h.ERR_OUT_OF_RANGE, IndexError),
         (lambda: array.removeRange(0, 2), h.ERR_OUT_OF_RANGE, IndexError),
     ):
-        with pytest.raises(kind) as caught:
-            change()
+        caught = pytest.raises(kind, change)
         assert isinstance(caught.value, h.ResultError) and caught.value.code == code
         assert array.tolist() == [1]
 
@@ -154,10 +144,8 @@ def test_texts_in_buffers(kind, read, most, head):
     before = bytes(buffer)
     for wrong in (lambda: text.writeSlot(buffer, 90, 9), lambda: read(buffer, 102),
                   lambda: text.writeSlot(bytes(99), 0, 9), lambda: text.slot(-1)):
-        with pytest.raises((IndexError, TypeError, BufferError)):
-            wrong()
-    with pytest.raises(ValueError):
-        read(bytes(text)[:-1])
+        pytest.raises((IndexError, TypeError, BufferError), wrong)
+    pytest.raises(ValueError, read, bytes(text)[:-1])
     assert buffer == before
 
 
@@ -173,11 +161,9 @@ def test_translators():
     assert h.ResString2("\U0001f600").ToString(German()) == "\U0001f600"
     assert h.ResString2(h.Binary16.MAX, "\U0001f600").ToString(h.Translator()) == "\U0001f600"
     assert h.HLVError(-5, h.ResString(ID, "pump")).describe(German()).startswith("pumpFailed (-5)")
-    with pytest.raises(KeyError):
-        h.ResString2(ID, "valve").ToString(German())
+    pytest.raises(KeyError, h.ResString2(ID, "valve").ToString, German())
     German.getTranslation = lambda *_: 5
-    with pytest.raises(TypeError):
-        h.ResString2(ID, "pump").ToString(German())
+    pytest.raises(TypeError, h.ResString2(ID, "pump").ToString, German())
 
 
 def test_errors():
@@ -187,8 +173,7 @@ def test_errors():
     gc.collect()
     assert base.getCode() == -1 and base.params() == (True, 2**40, 0.5)
     error = h.HLVError(3, preceding=base)
-    with pytest.raises(h.HLVErrorException) as caught:
-        error.throw("here")
+    caught = pytest.raises(h.HLVErrorException, error.throw, "here")
     assert caught.value.trace == "here" and str(caught.value.error) == str(error)
     again = h.HLVError.fromException(caught.value)
     assert [e.getCode() for e in again] == [3, -1] and again.getByCode(-1).params()[0] is True
