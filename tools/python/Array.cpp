@@ -201,23 +201,37 @@ void addNames(Row, py::class_<Array>& type) {
                  HLVArray const one = oneOf(Row::type, value);
                  check(changed(array).add(one));
              },
-             py::arg("value"), ("Adds a " + label + " at the end.").c_str());
+             py::arg("value"),
+             ("Adds a " + label +
+              " at the end, also to an empty array of any type, which it turns into one "
+              "of that; WrongTypeError for other arrays.")
+                 .c_str());
     type.def(("set" + name).c_str(),
              [](Array& array, std::size_t index, py::object const& value) {
                  setRange(array, index, oneOf(Row::type, value));
              },
-             py::arg("index"), py::arg("value"), ("Sets a " + label + ".").c_str());
+             py::arg("index"), py::arg("value"),
+             ("Replaces the " + label +
+              " at `index`, which counts from the start; WrongTypeError in an "
+              "array of another type, OutOfRangeError behind its end.")
+                 .c_str());
     type.def(("setRange" + name).c_str(),
              [](Array& array, std::size_t start, py::object const& values) {
                  setRange(array, start, runOf(Row::type, values));
              },
-             py::arg("start"), py::arg("values"), ("Overwrites a run of " + label + ".").c_str());
-    type.def(("get" + name).c_str(),
-             [](Array const& array) {
-                 check(array.value.getDataType() == Row::type ? 0 : ERR_WRONG_TYPE);
-                 return toList(array);
-             },
-             ("The values, each a " + label + ", as a list.").c_str());
+             py::arg("start"), py::arg("values"),
+             ("Replaces the " + label +
+              " values from `start` on; WrongTypeError in an array of another "
+              "type, OutOfRangeError when they reach behind its end.")
+                 .c_str());
+    type.def(
+        ("get" + name).c_str(),
+        [](Array const& array) {
+            check(array.value.getDataType() == Row::type ? 0 : ERR_WRONG_TYPE);
+            return toList(array);
+        },
+        ("The values, each a " + label + ", as a list; WrongTypeError in an array of another type.")
+            .c_str());
 }
 
 std::string shown(Array const& array) {
@@ -233,10 +247,6 @@ std::string shown(Array const& array) {
 
 // The part of it that may throw.
 Array& fill(PyObject* self, Py_buffer& view, int flags) {
-    auto* const instance = reinterpret_cast<py::detail::instance*>(self);
-    if (!instance->get_value_and_holder().holder_constructed()) {
-        throw py::buffer_error("__init__ has not run");
-    }
     Array& array = py::cast<Array&>(py::handle(self));
     if ((flags & PyBUF_WRITABLE) != 0) {
         throw py::buffer_error("elements are read, not written");
@@ -301,7 +311,7 @@ void addArray(py::module_& module) {
         "memoryview() reads numbers without a copy, and 16-byte values as rows of 16 bytes. While "
         "such a view is in use, whatever would change the array raises BufferError.");
     type.def(py::init([](eDataType dataType) { return Array(HLVArray(dataType)); }),
-             py::arg("type"))
+             py::arg("type"), "Empty, of a type.")
         .def(py::init([](eDataType dataType, py::object const& values) {
                  return Array(runOf(dataType, values));
              }),

@@ -17,6 +17,9 @@ struct Array {
     int exports = 0;
 };
 
+template <>
+inline constexpr bool isOwn<Array> = true;
+
 /// What a view of the buffer protocol says of the elements, which lives as long as the view.
 struct Layout {
     explicit Layout(Halvora::HLVArray const& array);

@@ -6,8 +6,10 @@
 
 #include <limits>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <utility>
+#include <vector>
 
 namespace HalvPython {
 
@@ -22,6 +24,16 @@ using Param = HLVError::Param;
 struct Error {
     Shared error;
 };
+
+} // namespace
+
+template <>
+inline constexpr bool isOwn<Error> = true;
+
+template <>
+inline constexpr bool isOwn<HLVError::List> = true;
+
+namespace {
 
 std::unique_ptr<Param> paramOfInteger(py::handle value) {
     py::detail::make_caster<int> narrow;
@@ -55,7 +67,7 @@ std::unique_ptr<Param> paramOf(py::handle value) {
     return std::make_unique<Param>(as<Binary16>(value));
 }
 
-Error create(int code, py::args const& values, Error const* preceding) {
+Error create(int code, py::args const& values, std::optional<Error> const& preceding) {
     if (values.size() > 3) {
         throw py::value_error("an error has at most three parameters");
     }
@@ -63,8 +75,7 @@ Error create(int code, py::args const& values, Error const* preceding) {
     for (std::size_t i = 0; i < values.size(); ++i) {
         params[i] = paramOf(values[i]);
     }
-    std::unique_ptr<HLVError> chain(preceding != nullptr ? new HLVError(*preceding->error)
-                                                         : nullptr);
+    std::unique_ptr<HLVError> chain(preceding ? new HLVError(*preceding->error) : nullptr);
     auto error = std::unique_ptr<HLVError>(new HLVError(code, nullptr, chain.get(), params[0].get(),
                                                         params[1].get(), params[2].get()));
     static_cast<void>(chain.release());
@@ -72,21 +83,6 @@ Error create(int code, py::args const& values, Error const* preceding) {
         static_cast<void>(param.release());
     }
     return {std::move(error)};
-}
-
-Error createFrom(py::args const& given, py::kwargs const& named) {
-    bool const isWhole = !given.empty() && named.size() == (named.contains("preceding") ? 1u : 0u);
-    if (!isWhole) {
-        throw py::type_error("HLVError(code, *values, preceding=None)");
-    }
-    py::object const preceding =
-        named.contains("preceding") ? py::object(named["preceding"]) : py::none();
-    py::args const values = py::args(given[py::slice(1, 4 + given.size(), 1)]);
-    if (preceding.is_none()) {
-        return create(as<int>(given[0]), values, nullptr);
-    }
-    Error const chain = as<Error>(preceding);
-    return create(as<int>(given[0]), values, &chain);
 }
 
 template <typename T>
@@ -126,14 +122,14 @@ py::tuple params(Error const& self) {
     return py::tuple(values);
 }
 
-py::object part(Error const& self, HLVError const* error) {
-    return error != nullptr ? py::cast(Error{Shared(self.error, error)}) : py::none();
+std::optional<Error> part(Error const& self, HLVError const* error) {
+    return error != nullptr ? std::optional(Error{Shared(self.error, error)}) : std::nullopt;
 }
 
-py::list chain(Error const& self) {
-    py::list list;
+std::vector<Error> chain(Error const& self) {
+    std::vector<Error> list;
     for (HLVError const* at = self.error.get(); at != nullptr; at = at->getPrecedingError()) {
-        list.append(part(self, at));
+        list.push_back({Shared(self.error, at)});
     }
     return list;
 }
@@ -207,10 +203,36 @@ void translate(std::exception_ptr pointer) {
     }
 }
 
+using List = HLVError::List;
+
+std::vector<Error> entries(List const& list) {
+    std::vector<Error> all;
+    for (auto at = list.begin(); !at.end(); ++at) {
+        all.push_back({Shared(HLVError::copy(*at))});
+    }
+    return all;
+}
+
+Error entryAt(List const& list, long long index) {
+    index += index < 0 ? list.getCount() : 0;
+    check(index < 0 || index >= list.getCount() ? ERR_OUT_OF_RANGE : 0);
+    auto at = list.begin();
+    for (; index > 0; --index) {
+        ++at;
+    }
+    return {Shared(HLVError::copy(*at))};
+}
+
+py::object entriesAt(List const& list, py::slice const& slice) {
+    return py::reinterpret_steal<py::list>(
+        PyObject_GetItem(py::cast(entries(list)).ptr(), slice.ptr()));
+}
+
 void addList(py::object const& scope) {
-    using List = HLVError::List;
-    py::class_<List>(scope, "List", "Errors and warnings in the order in which they were added.")
-        .def(py::init<>())
+    py::class_<List>(scope, "List",
+                     "Errors and warnings in the order in which they were added.\n\n"
+                     "It holds copies and gives copies: whatever is deleted first, the rest stays.")
+        .def(py::init<>(), "An empty list.")
         .def(
             "add",
             [](List& list, Error const& error) {
@@ -223,15 +245,11 @@ void addList(py::object const& scope) {
         .def("getWarningCount", &List::getWarningCount, "The number of codes above 0.")
         .def("__len__", &List::getCount)
         .def(
-            "__iter__",
-            [](List const& list) {
-                py::list entries;
-                for (auto at = list.begin(); !at.end(); ++at) {
-                    entries.append(py::cast(Error{Shared(HLVError::copy(*at))}));
-                }
-                return py::iter(entries);
-            },
-            "Iterates over copies of what the list holds now.");
+            "__iter__", [](List const& list) { return py::iter(py::cast(entries(list))); },
+            "Iterates over copies of what the list holds now.")
+        .def("__getitem__", &entryAt, py::arg("index"),
+             "A copy of an entry; from the end below 0. Takes as long as the index is big.")
+        .def("__getitem__", &entriesAt, py::arg("slice"), "Copies of entries, as Python's list.");
 }
 
 } // namespace
@@ -240,10 +258,9 @@ void addErrors(py::module_& module) {
     py::class_<Error> type(module, "HLVError",
                            "A code, up to three values, and the error that this one wraps. It does "
                            "not change.\n\nBelow 0 is an error, above 0 a warning.");
-    type.def(
-            py::init(&createFrom),
-            "HLVError(code, *values, preceding=None): up to three values of bool, int, float, str, "
-            "Binary16 or ResString; `preceding` is copied.")
+    type.def(py::init(&create), py::arg("code"), py::arg("preceding") = py::none(),
+             "Up to three values of bool, int, float, str, Binary16 or ResString; `preceding` is "
+             "copied.")
         .def_static("fromException", &fromException, py::arg("exception"),
                     "The error of an exception that carries one; of every other, code -1 and its "
                     "text, preceded by its cause.")
@@ -274,7 +291,9 @@ void addErrors(py::module_& module) {
         .def("describe", &described, py::arg("translator"), "The chain in a translator's words.")
         .def("toJson", &json, "The chain as a line of JSON.")
         .def("throw", &raise, py::arg("trace") = "", "Raises it, through C++'s own exception.")
-        .def("__iter__", [](Error const& self) { return py::iter(chain(self)); })
+        .def(
+            "__iter__", [](Error const& self) { return py::iter(py::cast(chain(self))); },
+            "Iterates over the chain, from this error down.")
         .def("__str__", &text)
         .def("__repr__",
              [](Error const& self) { return "<HLVError " + self.error->messageA() + ">"; });

@@ -12,6 +12,12 @@
 #include <string_view>
 #include <type_traits>
 
+namespace Halvora {
+class KrVersion;
+class ResString;
+class VarChar;
+} // namespace Halvora
+
 namespace HalvPython {
 
 namespace py = pybind11;
@@ -101,6 +107,18 @@ void addOrder(py::class_<T>& type) {
 /// Throws the exception that carries a result code; nothing for 0.
 void check(int result);
 
+/// Whether the module has a class of its own for a type.
+template <typename T>
+inline constexpr bool isOwn = std::is_enum_v<T>;
+template <>
+inline constexpr bool isOwn<Halvora::Binary16> = true;
+template <>
+inline constexpr bool isOwn<Halvora::KrVersion> = true;
+template <>
+inline constexpr bool isOwn<Halvora::ResString> = true;
+template <>
+inline constexpr bool isOwn<Halvora::VarChar> = true;
+
 /// The value of C++ that `source` stands for; throws `TypeError` when it is none, or not in range.
 template <typename T>
 T as(py::handle source) {
@@ -125,6 +143,23 @@ void addVersion(py::module_& module);
 } // namespace HalvPython
 
 namespace pybind11::detail {
+
+/// An object whose `__init__` has not run raises `TypeError` wherever it is used: there is no value
+/// in it yet.
+template <typename T>
+class type_caster<T, enable_if_t<HalvPython::isOwn<T>>> : public type_caster_base<T> {
+public:
+    bool load(handle source, bool convert) {
+        if (this->typeinfo != nullptr &&
+            isinstance(source, reinterpret_cast<PyObject*>(this->typeinfo->type)) &&
+            !reinterpret_cast<instance*>(source.ptr())
+                 ->get_value_and_holder(this->typeinfo)
+                 .holder_constructed()) {
+            throw type_error("__init__ has not run");
+        }
+        return type_caster_base<T>::load(source, convert);
+    }
+};
 
 template <>
 struct type_caster<HalvPython::Wide> {

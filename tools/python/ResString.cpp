@@ -70,6 +70,20 @@ std::string const& Translator::getLanguage() const {
 
 namespace {
 
+// What a `ResString2` is in Python: the library's shows its identifier to translators alone.
+struct Text2 {
+    Binary16 id;
+    Units units;
+    ResString2 value{id, units.text};
+};
+
+} // namespace
+
+template <>
+inline constexpr bool isOwn<Text2> = true;
+
+namespace {
+
 ResString fromPacked(py::buffer const& source, std::size_t offset) {
     return readForm<ResString>(source, offset,
                                [](void const* form, ResString& value) { value.set(form); });
@@ -103,10 +117,10 @@ void addPackedText(py::module_& module) {
         "An identified text of at most 128 UTF-16 units, longer ones are cut. It does not change.\n"
         "\nA text without identifier equals the same text under every one: there is no hash.");
     type.def(py::init([](Units const& units) { return ResString(units.text); }),
-             py::arg("text") = "")
+             py::arg("text") = "", "A text without identifier.")
         .def(py::init(
                  [](Binary16 const& id, Units const& units) { return ResString(id, units.text); }),
-             py::arg("id"), py::arg("text"))
+             py::arg("id"), py::arg("text"), "A text under an identifier.")
         .def_static("fromPacked", &fromPacked, py::arg("buffer"), py::arg("offset") = 0,
                     "Reads the packed form at `offset`; ValueError when it is not whole.")
         .def_static("sizeWithin", &sizeOfForm<ResString>, py::arg("buffer"), py::arg("offset") = 0,
@@ -138,13 +152,6 @@ void addPackedText(py::module_& module) {
     type.attr("__hash__") = py::none();
 }
 
-// What a `ResString2` is in Python: the library's shows its identifier to translators alone.
-struct Text2 {
-    Binary16 id;
-    Units units;
-    ResString2 value{id, units.text};
-};
-
 Wide translated(Text2 const& text, Translator const& translator) {
     std::wostringstream stream;
     text.value.ToString(stream, translator);
@@ -159,19 +166,19 @@ void addTranslated(py::module_& module) {
     py::class_<Translator>(module, "Translator",
                            "Base of translators written in Python: override what is known, return "
                            "None for the default.")
-        .def(py::init<>())
+        .def(py::init<>(), "A subclass with an __init__ of its own calls this one.")
         .def(
             "getTranslation",
             [](Translator const&, Binary16 const&, Units const& units) { return units; },
             py::arg("id"), py::arg("defaultText"), "The text for an identifier.")
         .def(
-            "getErrorDescription", [](Translator const&, int) { return py::none(); },
+            "getErrorDescription", [](Translator const&, int) { return py::object(py::none()); },
             py::arg("code"), "A sentence about an error code, or None.")
         .def(
-            "getErrorName", [](Translator const&, int) { return py::none(); }, py::arg("code"),
-            "The name of an error code, or None.")
+            "getErrorName", [](Translator const&, int) { return py::object(py::none()); },
+            py::arg("code"), "The name of an error code, or None.")
         .def(
-            "getErrorParamDesc", [](Translator const&, int, int) { return py::none(); },
+            "getErrorParamDesc", [](Translator const&, int, int) { return py::object(py::none()); },
             py::arg("code"), py::arg("param"), "The name of a parameter from 1 on, or None.")
         .def(
             "getLanguage", [](Translator const&) { return ""; }, "The name of the language.");
@@ -181,15 +188,15 @@ void addTranslated(py::module_& module) {
         .def(py::init([](Units const& units) {
                  return Text2{{}, units};
              }),
-             py::arg("text") = "")
+             py::arg("text") = "", "A text without identifier.")
         .def(py::init([](Binary16 const& id, Units const& units) {
                  return Text2{id, units};
              }),
-             py::arg("id"), py::arg("text"))
+             py::arg("id"), py::arg("text"), "A text under an identifier.")
         .def(py::init([](ResString const& other) {
                  return Text2{other.id(), text(other)};
              }),
-             py::arg("text"))
+             py::arg("text"), "Both parts of a ResString.")
         .def(
             "id", [](Text2 const& value) { return value.id; }, "The identifier.")
         .def(

@@ -25,14 +25,14 @@ using Splitter = std::vector<std::wstring>& (*)(std::wstring const&, wchar_t,
                                                 std::vector<std::wstring>&);
 
 template <Splitter splitter>
-py::list fieldsOf(Wide const& text, Wide const& separator) {
+std::vector<Wide> fieldsOf(Wide const& text, Wide const& separator) {
     if (separator.text.size() != 1) {
         throw py::value_error("a separator is one character");
     }
     std::vector<std::wstring> fields;
-    py::list list;
+    std::vector<Wide> list;
     for (std::wstring& field : splitter(text.text, separator.text[0], fields)) {
-        list.append(py::cast(Wide{std::move(field)}));
+        list.push_back({std::move(field)});
     }
     return list;
 }

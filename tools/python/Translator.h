@@ -29,4 +29,7 @@ private:
     mutable std::string m_language;
 };
 
+template <>
+inline constexpr bool isOwn<Translator> = true;
+
 } // namespace HalvPython

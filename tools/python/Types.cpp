@@ -4,7 +4,9 @@
 #include <Halvora/types/HalvTypes.h>
 #include <Halvora/types/Round.h>
 
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace HalvPython {
 
@@ -31,20 +33,17 @@ void addEnumerations(py::module_& module) {
         .export_values();
 }
 
-py::object commonType(eDataType a, eDataType b) {
+std::optional<eDataType> commonType(eDataType a, eDataType b) {
     eDataType common = DT_VOID;
-    return HalvTypes::getSmallestCommonDataType(a, b, common) ? py::cast(common) : py::none();
+    bool const isFound = HalvTypes::getSmallestCommonDataType(a, b, common);
+    return isFound ? std::optional(common) : std::nullopt;
 }
 
-py::list typesOf(eDataTypeGroup group) {
+std::vector<eDataType> typesOf(eDataTypeGroup group) {
     eDataType const* types = nullptr;
     int count = 0;
     HalvTypes::getDataTypeGroup(group, types, count);
-    py::list list;
-    for (int i = 0; i < count; ++i) {
-        list.append(types[i]);
-    }
-    return list;
+    return {types, types + count};
 }
 
 } // namespace

@@ -44,7 +44,7 @@ void addVarChar(py::module_& module) {
         module, "VarChar",
         "A text of at most 512 UTF-16 units, longer ones are cut. It does not change.\n\n"
         "The order is that of the stored bytes, not one of texts.");
-    type.def(py::init(&ofUnits), py::arg("text") = "")
+    type.def(py::init(&ofUnits), py::arg("text") = "", "A text.")
         .def_static("fromRaw", &fromRaw, py::arg("buffer"), py::arg("offset") = 0,
                     "Reads the raw form at `offset`; ValueError when it is not whole.")
         .def_static("sizeWithin", &sizeOfForm<VarChar>, py::arg("buffer"), py::arg("offset") = 0,

@@ -31,10 +31,11 @@ void addVersion(py::module_& module) {
     py::class_<KrVersion> type(module, "KrVersion",
                                "The version and build of a component; equal when the four parts of "
                                "the version number are.");
-    type.def(py::init<>())
-        .def(py::init<unsigned, unsigned>(), py::arg("major"), py::arg("minor"))
+    type.def(py::init<>(), "All parts 0, all texts empty.")
+        .def(py::init<unsigned, unsigned>(), py::arg("major"), py::arg("minor"),
+             "The first two parts.")
         .def(py::init<unsigned, unsigned, unsigned, unsigned>(), py::arg("major"), py::arg("minor"),
-             py::arg("build"), py::arg("revision"))
+             py::arg("build"), py::arg("revision"), "The four parts.")
         .def(py::init<unsigned, unsigned, unsigned, unsigned, Text, Text, Text, Text, bool, Text,
                       Text, unsigned, unsigned, Text, Text, Text, Text, Text, Text>(),
              py::arg("major"), py::arg("minor"), py::arg("build"), py::arg("revision"),
@@ -42,7 +43,8 @@ void addVersion(py::module_& module) {
              py::arg("configuration"), py::arg("buildFlag").noconvert(), py::arg("platform"),
              py::arg("compiler"), py::arg("productMajor"), py::arg("productMinor"),
              py::arg("productName"), py::arg("companyName"), py::arg("fileDescription"),
-             py::arg("internalName"), py::arg("legalCopyright"), py::arg("originalFilename"));
+             py::arg("internalName"), py::arg("legalCopyright"), py::arg("originalFilename"),
+             "Everything.");
     auto const get = [&type](char const* name, auto getter, char const* doc) {
         type.def(name, getter, py::return_value_policy::copy, doc);
     };
