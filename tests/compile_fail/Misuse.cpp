@@ -47,7 +47,7 @@ static_assert(!std::is_default_constructible_v<std::hash<ResString>>);
 static_assert(!std::is_assignable_v<ResString&, int> &&
               !std::is_assignable_v<ResString&, eDataType>);
 
-// Whether no overload takes the braces; what they are given to is `T`.
+// Whether no overload takes the arguments; what they are given to is `T`.
 #    define REFUSED(name, ...)                 \
         template <typename T, typename = void> \
         constexpr bool name = true;            \
@@ -57,7 +57,16 @@ REFUSED(construct, T({1, 2, 3}));
 REFUSED(assign, std::declval<T&>() = {2, L'x'});
 REFUSED(trace, T(1, "message", {1, 2}));
 REFUSED(twoTexts, T({L"a", L"b"}));
+REFUSED(pointer, T({L"x"}));
+REFUSED(addText, std::declval<T&>().addBool("x"));
+REFUSED(setText, std::declval<T&>().setBool(0, "x"));
+REFUSED(becomeText, std::declval<T&>().set("x"));
+REFUSED(precede, std::declval<T const&>() < std::declval<T const&>());
+REFUSED(nameOfNumber, T::toAString(3));
+REFUSED(instance, T{});
 static_assert(construct<VarChar> && assign<VarChar> && trace<Exception> && twoTexts<HLVArray>);
+static_assert(pointer<HLVArray> && addText<HLVArray> && setText<HLVArray> && becomeText<Binary16>);
+static_assert(precede<ResString> && nameOfNumber<Convert> && instance<Utf8>);
 
 void use(HLVArray& array, Binary16& value, ResString const& text, VarChar& raw, Exception& e) {
     static_cast<void>(array.addBool(true) + array.setBool(0, text == text) + value.set(true));
@@ -67,20 +76,5 @@ void use(HLVArray& array, Binary16& value, ResString const& text, VarChar& raw, 
     auto const set = &HLVArray::setString;
     auto const trace = &Exception::addTrace;
     (array.*add)({}), (array.*set)(0, {L"ab", 1}), (e.*trace)("x");
-#    if defined(HALV_CASE_4)
-    array.addBool("x");
-#    elif defined(HALV_CASE_5)
-    array.setBool(0, "x");
-#    elif defined(HALV_CASE_6)
-    value.set("x");
-#    elif defined(HALV_CASE_7)
-    static_cast<void>(text < text);
-#    elif defined(HALV_CASE_8)
-    Convert::toAString(3); // nor a type by its number
-#    elif defined(HALV_CASE_9)
-    HLVArray const pointer({L"x"});
-#    elif defined(HALV_CASE_10)
-    Utf8 const instance{};
-#    endif
 }
 #endif
