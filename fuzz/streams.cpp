@@ -50,11 +50,16 @@ auto outcomeOf(Setting const& setting, Write write) {
     return std::tuple(sink.taken, stream.rdstate(), stream.width(), thrown);
 }
 
+// All that is written where there is room.
+template <typename Char, typename Write>
+auto wholeOf(std::streamsize width, Write write) {
+    return std::get<0>(outcomeOf<Char>({~std::size_t{0}, false, ios::goodbit, width}, write));
+}
+
 // Whatever is written: a prefix of the whole, and an exception only where it was asked for.
 template <typename Char, typename Write>
 void expectPrefix(Setting const& setting, Write write) {
-    auto const whole =
-        std::get<0>(outcomeOf<Char>({~std::size_t{0}, false, ios::goodbit, setting.width}, write));
+    auto const whole = wholeOf<Char>(setting.width, write);
     auto const [taken, state, width, thrown] = outcomeOf<Char>(setting, write);
     bool const fits = setting.room >= whole.size();
     assert(taken == whole.substr(0, setting.room) && fits == (state == ios::goodbit));
@@ -83,10 +88,9 @@ void writeSome(Bytes& bytes, Setting const& setting) {
 
 // One insertion a character, to the stream's last bit.
 template <typename Char, typename Write>
-void expectInsertions(Setting const& setting, std::basic_string<Char> const& characters,
-                      Write write) {
+void expectInsertions(Setting const& setting, Write write) {
     auto const expected = outcomeOf<Char>(setting, [&](auto& stream) {
-        for (Char const c : characters) {
+        for (Char const c : wholeOf<Char>(0, write)) {
             stream << c;
         }
     });
@@ -95,11 +99,9 @@ void expectInsertions(Setting const& setting, std::basic_string<Char> const& cha
 
 void writeCharacters(Bytes& bytes, Setting const& setting) {
     Binary16 const id(bytes.ConsumeIntegral<int>());
-    std::ostringstream hex;
-    id.write(hex);
-    expectInsertions(setting, hex.str(), [&](auto& stream) { id.write(stream); });
+    expectInsertions<char>(setting, [&](auto& stream) { id.write(stream); });
     ResString const text(id, Convert::toWString(bytes.ConsumeRandomLengthString(150)));
-    expectInsertions(setting, text.wstr(), [&](auto& stream) { text.toWStr(stream); });
+    expectInsertions<wchar_t>(setting, [&](auto& stream) { text.toWStr(stream); });
 }
 
 } // namespace
