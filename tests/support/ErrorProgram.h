@@ -86,7 +86,7 @@ private:
         #call, [&] { call; }, [&] { model; })
         // clang-format off
         void take() {
-            switch (pick(H.codes.size() > 15 ? 1 : 28)) {
+            switch (pick(H.codes.size() > 15 ? 1 : 27)) {
             case 0: return DO(h.setError(HLVError::create(code, "text")), (H = {}, grow()));
             case 1: return DO(h.prepend(code, std::wstring(9, L'w'), 7), grow());
             case 2: return DO(h.prependError(code, new Param(7)), grow());
@@ -101,31 +101,30 @@ private:
             case 11: return DO(g = Holder(std::move(h)), G = taken());
             case 12: return DO(g.setError(h.extractError()), G = taken());
             case 13: return DO(g.setError(std::unique_ptr<HLVError>(h.extractError())), G = taken());
-            case 14: return DO(answer = l += h, append(taken()));
-            case 15: return DO(answer = l += Lent(h), append(taken()));
-            case 16: return DO(answer = l += *std::make_unique<List>(Lent(h)), append(taken()));
-            case 17: return DO(give([&](HLVError* error) { answer = l += error; }), append(kept()));
-            case 18: return DO(answer = l += k, join());
-            case 19: return DO(l = std::move(k), L = std::exchange(K, {}));
-            case 20: return DO(l = List(std::move(k)), L = std::exchange(K, {}));
-            case 21: return DO(l.extract(position(), h), (H = at < L.size() ? L[at] : H, replace({})));
-            case 22: return DO(l.remove(position()), replace({}));
+            case 14: return DO(answer = l += h, append({taken()}));
+            case 15: return DO(answer = l += Lent(h), append({taken()}));
+            case 16: return DO(answer = l += *std::make_unique<List>(Lent(h)), append({taken()}));
+            case 17: return DO(answer = l += k, append(joined()));
+            case 18: return DO(l = std::move(k), L = std::exchange(K, {}));
+            case 19: return DO(l = List(std::move(k)), L = std::exchange(K, {}));
+            case 20: return DO(l.extract(position(), h), (H = at < L.size() ? L[at] : H, replace({})));
+            case 21: return DO(l.remove(position()), replace({}));
+            case 22: return DO(k.remove(position()), &k == &l ? replace({}) : void());
             case 23: return DO(l.replace(position(), h), replace(at < L.size() ? taken() : H));
             case 24: return DO(l.replace(position(), Lent(h)), replace(at < L.size() ? taken() : H));
-            case 25: return DO(give([&](HLVError* error) { l.replace(position(), error); }, at < L.size()), replace(at < L.size() ? kept() : H));
-            case 26: return DO(l.clear(), L.clear());
+            case 25: return DO(l.clear(), L.clear());
             default: return DO(l.replace(position(), *position()), void()); // by itself
             }
         }
         // clang-format on
 #undef DO
 
-        // What the holder gave away, or keeps when it gave a pointer to what is no error.
+        // What the holder or the other list gave away.
         ModelChain taken() {
             return std::exchange(H, {});
         }
-        ModelChain kept() {
-            return H.code() != 0 ? taken() : H;
+        std::vector<ModelChain> joined() {
+            return &L != &K ? std::exchange(K, {}) : std::vector<ModelChain>();
         }
 
         void grow() {
@@ -135,15 +134,10 @@ private:
             program.expect("A copy", H.head != nullptr, g.getError() != H.head);
             G = {g.getError(), H.codes};
         }
-        void append(ModelChain const& chain) {
-            program.expect("The answer whether it is an error", chain.code() < 0, answer);
-            L.insert(L.end(), chain.code() != 0 ? 1 : 0, chain);
-        }
-        void join() {
-            auto const joined = &L != &K ? std::exchange(K, {}) : std::vector<ModelChain>();
-            L.insert(L.end(), joined.begin(), joined.end());
+        void append(std::vector<ModelChain> const& chains) {
             bool hasErrors = false;
-            for (ModelChain const& chain : joined) {
+            for (ModelChain const& chain : chains) {
+                L.insert(L.end(), chain.code() != 0 ? 1 : 0, chain);
                 hasErrors = hasErrors || chain.code() < 0;
             }
             program.expect("The answer whether there are errors", hasErrors, answer);
@@ -153,13 +147,7 @@ private:
                 L.erase(L.begin() + static_cast<std::ptrdiff_t>(at));
                 L.insert(L.begin() + static_cast<std::ptrdiff_t>(at), chain.code() != 0, chain);
             }
-        }
-
-        template <typename Act>
-        void give(Act act, bool isTaken = true) {
-            Lent error(h);
-            act(error.get());
-            H.code() != 0 && isTaken ? void(error.release()) : void();
+            program.expect("Being at the end behind a removal", true, found.end());
         }
 
         // Along the ring, forward and then back.
