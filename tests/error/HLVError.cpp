@@ -22,23 +22,20 @@ static_assert(isMade<void()> && isMade<void(int, char[3], std::wstring_view)> &&
 
 TEST(HLVError, printsItsCodeItsParametersAndItsChain) {
     std::wstring const line = L"\n" + std::wstring(51, L'-') + L"\n";
-    struct {
-        Holder error;
-        std::wstring prints;
-    } const rows[] = {
-        {new HLVError,                   L"Error 0"},
-        {new HLVError(5),                L"Error 5"},
-        {new HLVError(-5,                nullptr,    new Param(7)), L"Error -5\n  P2: 7"},
-        {new HLVError(-5,          new Param(7),                    nullptr, new Param("x")), L"Error -5\n  P1: 7\n  P3: x"},
-        {new HLVError(std::runtime_error("\xE9")),         L"Error -1\n  P1: \u00E9"},
-        {chainOfThree(), L"Error -5\n  P1: 7\n  P2: 1\n  P3: " + std::wstring(30,           't') + line +
-                             L"Error -4\n  P2: 8" + line + L"Error 3\n  P1: base"},
-        {Holder(),L"<NONE>"              },
+    auto const expectText = [](std::wstring const& expected, Holder const& error) {
+        EXPECT_EQ(expected, text(error));
+        EXPECT_EQ(expected, text(error.getError()));
     };
-    for (auto const& row : rows) {
-        EXPECT_EQ(row.prints, text(row.error));
-        EXPECT_EQ(row.prints, text(row.error.getError()));
-    }
+    expectText(L"<NONE>", Holder());
+    expectText(L"Error 0", new HLVError);
+    expectText(L"Error 5", new HLVError(5));
+    expectText(L"Error -5\n  P2: 7", new HLVError(-5, nullptr, new Param(7)));
+    expectText(L"Error -5\n  P1: 7\n  P3: x",
+               new HLVError(-5, new Param(7), nullptr, new Param("x")));
+    expectText(L"Error -1\n  P1: \u00E9", new HLVError(std::runtime_error("\xE9")));
+    expectText(L"Error -5\n  P1: 7\n  P2: 1\n  P3: " + std::wstring(30, 't') + line +
+                   L"Error -4\n  P2: 8" + line + L"Error 3\n  P1: base",
+               chainOfThree());
     HLVError const error(-5, nullptr, new HLVError(2), new Param(7), nullptr, nullptr);
     std::ostringstream narrow;
     std::wostringstream wide;

@@ -18,10 +18,6 @@ struct ArrayProgram {
     std::string complaint = {};
     long failures = 0; // of allocations, in every second step
 
-    ArrayProgram(Seeds givenTypes, std::function<unsigned int(unsigned int)> givenPick,
-                 std::function<void(long)> givenFail)
-        : types(std::move(givenTypes)), pick(std::move(givenPick)), fail(std::move(givenFail)) {}
-
     // One operation. False when an array is not what the rules say, or answers something else.
     bool step() {
         unsigned int const type = types[pick(2)];

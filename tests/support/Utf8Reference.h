@@ -11,13 +11,14 @@ namespace Halvora::test {
 
 // A text as numbers, one a character, and what had to be replaced.
 struct Decoded {
+    explicit Decoded(std::size_t length) : result{0, length} {}
+    void take(bool isCharacter, unsigned long code, std::size_t at) {
+        codes.push_back(isCharacter ? code : 0xFFFD);
+        result.position = isCharacter || result.replaced != 0 ? result.position : at;
+        result.replaced += isCharacter ? 0 : 1;
+    }
     std::vector<unsigned long> codes;
     Utf8Result result;
-
-    void replace(std::size_t position) {
-        codes.push_back(0xFFFD);
-        result.position = result.replaced++ == 0 ? position : result.position;
-    }
 };
 
 // The table of well-formed sequences: the least and the greatest that each byte of one may be. The
@@ -36,10 +37,7 @@ inline Decoded slowDecode(std::string_view text) {
         "\x80\xFF",
     };
     auto const number = [](char c) { return static_cast<unsigned char>(c); };
-    Decoded decoded{
-        {           },
-        { 0, text.size()}
-    };
+    Decoded decoded(text.size());
     for (std::size_t at = 0, fitting; at < text.size(); at += fitting) {
         auto const fits = [&](std::string_view row, std::size_t i) {
             return 2 * i < row.size() && at + i < text.size() &&
@@ -56,7 +54,7 @@ inline Decoded slowDecode(std::string_view text) {
         }
         static constexpr unsigned long lead[] = {0, 0xC0ul << 6, 0xE0ul << 12, 0xF0ul << 18};
         bool const isWhole = 2 * fitting == row->size() && row != std::end(table) - 1;
-        isWhole ? decoded.codes.push_back(code - lead[fitting - 1]) : decoded.replace(at);
+        decoded.take(isWhole, code - lead[fitting - 1], at);
     }
     return decoded;
 }
@@ -65,21 +63,14 @@ inline Decoded slowDecode(std::string_view text) {
 template <typename Text>
 Decoded slowDecodeUnits(Text const& text) {
     constexpr bool isUtf16 = sizeof(text[0]) == 2;
-    Decoded decoded{
-        {           },
-        { 0, text.size()}
-    };
+    Decoded decoded(text.size());
     for (std::size_t at = 0; at < text.size(); ++at) {
         auto const code = static_cast<unsigned long>(text[at]) & (isUtf16 ? 0xFFFF : 0xFFFFFFFF);
         auto const next = at + 1 < text.size() ? static_cast<unsigned long>(text[at + 1]) : 0;
-        if (isUtf16 && code >= 0xD800 && code < 0xDC00 && next >= 0xDC00 && next < 0xE000) {
-            decoded.codes.push_back(0x10000 + (code - 0xD800) * 0x400 + (next - 0xDC00));
-            ++at;
-        } else if (code > 0x10FFFF || (code >= 0xD800 && code < 0xE000)) {
-            decoded.replace(at);
-        } else {
-            decoded.codes.push_back(code);
-        }
+        bool const isPair = isUtf16 && code / 0x400 == 0x36 && next / 0x400 == 0x37;
+        decoded.take(isPair || (code <= 0x10FFFF && code / 0x800 != 0x1B),
+                     isPair ? 0x10000 + code % 0x400 * 0x400 + next % 0x400 : code, at);
+        at += isPair ? 1 : 0;
     }
     return decoded;
 }
@@ -99,12 +90,9 @@ Text slowUnits(std::vector<unsigned long> const& codes) {
 inline std::string slowEncode(std::vector<unsigned long> const& codes) {
     std::string text;
     for (unsigned long const code : codes) {
-        if (code < 0x80) {
-            text += static_cast<char>(code);
-            continue;
-        }
-        int const trailing = code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
-        text += static_cast<char>((0xFF00 >> (trailing + 1)) + (code >> 6 * trailing));
+        int const trailing = code < 0x80 ? 0 : code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
+        int const lead = trailing == 0 ? 0 : 0xFF00 >> (trailing + 1);
+        text += static_cast<char>(lead + static_cast<int>(code >> 6 * trailing));
         for (int i = trailing - 1; i >= 0; --i) {
             text += static_cast<char>(0x80 + (code >> 6 * i) % 64);
         }
