@@ -45,28 +45,22 @@ TEST(Memory, failedAllocationsOfErrorsChangeAndLeakNothing) {
     fails("error of exception", 2, [](Scene& s) { HLVError error(s.thrown); });
     fails("list of error", 2, [](Scene& s) { List const list(std::move(s.error)); });
     fails("list of holder", 2, [](Scene& s) { List const list(s.holder); });
-}
-
-TEST(Memory, failedAllocationsOfPositionsLeakNothing) {
-    auto const step = [](List& list) {
+    fails("positions", 11, [](Scene&) {
+        List list(HLVError::create(-3));
         List::iterator other = list.begin();
         other++, other--;
         List::const_iterator constant(other), copy(constant);
         copy = list.end();
         copy++, copy--;
-    };
-    EXPECT_LE(8, failEachAllocation([] { return List(HLVError::create(-3)); }, step, [](List&) {}));
-}
-
-TEST(Memory, failedAllocationsOfReportsLeakNothing) {
-    Holder const error = HLVError::create(-30, "M\xFCnchen", ResString(L"x"), Binary16());
-    auto const report = [&](int) {
+    });
+    fails("reports", 40, [](Scene& s) {
+        Holder error = s.holder;
+        error.prepend(-30, "M\xFCnchen", ResString(L"x"), Binary16());
         std::ostringstream stream; // swallows the exception
         writeJson(stream, *error.getError());
         describe(stream, *error.getError(), *ResString::getMainTranslator());
         stream ? void() : throw std::bad_alloc();
-    };
-    EXPECT_LE(10, failEachAllocation([] { return 0; }, report, [](int) {}));
+    });
 }
 
 } // namespace
