@@ -58,7 +58,7 @@ def at(dump, offset, read):
     try:
         return read(dump, offset)
     except (ValueError, LookupError, TypeError, RecursionError) as e:
-        raise ValueError(f"offset {offset}: {e}") from e
+        raise ValueError(f"damaged or cut off at offset {offset}") from e
 
 
 def parts_of(dump):

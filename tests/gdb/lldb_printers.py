@@ -23,7 +23,7 @@ def answer(debugger, command):
     return result.GetOutput()
 
 
-def __lldb_init_module(debugger, _session):
+def __lldb_init_module(debugger, _internal):
     target, most = debugger.GetSelectedTarget(), 200
     target.BreakpointCreateByName("ready")
     target.LaunchSimple(None, None, os.getcwd())

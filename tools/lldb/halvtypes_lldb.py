@@ -105,17 +105,17 @@ def native(owner, name, part):
     return made(owner, name, text.ljust(16 * blocks, b"\0"), kind.GetArrayType(1).GetArrayType(1))
 
 
-def head(value, _session):
+def head(value, _internal):
     view = view_of(value)
     return view.head() if view.is_known else ""
 
 
-def text(value, _session):
+def text(value, _internal):
     return raw(value.GetData()).rstrip(b"\0").decode(errors="replace")
 
 
 class NoParts:
-    def __init__(self, _value, _session):
+    def __init__(self, _value, _internal):
         pass
 
     def num_children(self):
@@ -128,7 +128,7 @@ class NoParts:
 class Parts:
     """Made one by one, as LLDB asks for them."""
 
-    def __init__(self, value, _session):
+    def __init__(self, value, _internal):
         self.value = value
         self.update()  # LLDB 14 asks for parts before it calls this
 
@@ -158,7 +158,7 @@ class Parts:
         return native(self.value, *self.parts[index]) if 0 <= index < self.fill(index + 1) else None
 
 
-def show(debugger, command, context, result, _session):
+def show(debugger, command, context, result, _internal):
     """Show an object of HalvTypes without debug information: halvtypes CLASS ADDRESS
     The class is named as in C++, the address any expression: halvtypes HLVArray $r0"""
     name, _, address = command.strip().partition(" ")
@@ -171,7 +171,7 @@ def show(debugger, command, context, result, _session):
         result.AppendMessage(view.line())
 
 
-def __lldb_init_module(debugger, _session):
+def __lldb_init_module(debugger, _internal):
     category = debugger.CreateCategory("HalvTypes")
 
     def add(pattern, summary, parts):
