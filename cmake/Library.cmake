@@ -5,6 +5,7 @@ set(HALVTYPES_SOURCES
     Halvora/version/KrVersion.cpp
     Halvora/array/HLVArray.cpp
     Halvora/array/HLVArrayTyped.cpp
+    Halvora/array/HLVArrayCreate.cpp
     Halvora/error/HLVError.cpp
     Halvora/error/Param.cpp
     Halvora/error/Holder.cpp
@@ -113,12 +114,14 @@ target_compile_options(
         $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>
         $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>
 )
-# Flash counts on 32-bit ARM: no copies of small functions in others, and the sources that no one
-# waits for in the size they can have.
+# Flash counts on 32-bit ARM: no copies of small functions in others, none of the standard library's
+# that take their arguments in another way, and the sources that no one waits for in the size they can
+# have.
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "^arm" AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
-    target_compile_options(HalvTypes PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-inline-functions;-fno-align-functions>)
+    target_compile_options(HalvTypes PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-inline-functions;-fno-align-functions;-fno-ipa-sra>)
     set_property(
         SOURCE
+            Halvora/array/HLVArrayCreate.cpp
             Halvora/error/Exceptions.cpp
             Halvora/error/HLVError.cpp
             Halvora/error/Holder.cpp
@@ -152,6 +155,17 @@ target_link_options(
 )
 halvtypes_harden(HalvTypes)
 halvtypes_warnings(HalvTypes)
+
+# GCC's protection against stacks that clash is, on 32-bit ARM, a store into every frame. The next call
+# makes one anyway, which is enough as long as no frame is as large as a page, 4,096 bytes, or of a
+# length that is found out by running: with this option the compiler holds that instead.
+option(HALVTYPES_LIMIT_FRAMES "32-bit ARM, GCC: refuse large frames instead of probing each" OFF)
+if(HALVTYPES_LIMIT_FRAMES AND NOT sanitizes)
+    target_compile_options(
+        HalvTypes
+        PRIVATE -fno-stack-clash-protection -Werror=stack-usage=2048
+    )
+endif()
 
 # The assembler puts a text for GDB into the library.
 set_source_files_properties(

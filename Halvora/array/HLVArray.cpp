@@ -186,12 +186,22 @@ int HLVArray::_add(void const* value, eDataType type, unsigned int width) {
     if (!Core::hasWidth(type, width)) {
         return ERR_WRONG_TYPE;
     }
+    int const code = Core::appendRefusal(*this, value, type);
+    if (code != 0) {
+        return code;
+    }
+    if (Core::hasRoom(*this, width)) {
+        std::memcpy(Core::bytesOf(*this) + m_byteSize, value, width);
+        m_byteSize += width;
+        ++m_count;
+        return 0;
+    }
     switch (width) {
-    case 1: return Core::append<1>(*this, value, type);
-    case 2: return Core::append<2>(*this, value, type);
-    case 4: return Core::append<4>(*this, value, type);
-    case 8: return Core::append<8>(*this, value, type);
-    default: return Core::append<16>(*this, value, type);
+    case 1: return Core::appendFallback<1>(*this, value, type);
+    case 2: return Core::appendFallback<2>(*this, value, type);
+    case 4: return Core::appendFallback<4>(*this, value, type);
+    case 8: return Core::appendFallback<8>(*this, value, type);
+    default: return Core::appendFallback<16>(*this, value, type);
     }
 }
 

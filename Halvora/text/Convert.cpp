@@ -44,7 +44,10 @@ public:
         ++m_next;
     }
     std::vector<Text>& finish() {
-        m_fields.resize(static_cast<std::size_t>(m_next - m_fields.data()));
+        while (m_end != m_next) { // smaller than what resize() may have to do
+            m_fields.pop_back();
+            --m_end;
+        }
         return m_fields;
     }
 

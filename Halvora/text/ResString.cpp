@@ -1,7 +1,7 @@
 #include <Halvora/text/ResString.h>
 
 #include <algorithm>
-#include <charconv>
+#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <ostream>
@@ -36,9 +36,7 @@ constexpr std::size_t nameLength = 20;
 // `number` in decimal behind the prefix, zero-terminated. An int takes at most 11 characters.
 void putNumber(wchar_t (&out)[nameLength], char const* prefix, int number) noexcept {
     char text[nameLength] = {};
-    std::size_t const start = std::strlen(prefix);
-    std::memcpy(text, prefix, start);
-    std::to_chars(text + start, text + nameLength - 1, number);
+    std::snprintf(text, sizeof text, "%s%d", prefix, number);
     std::copy(std::begin(text), std::end(text), out);
 }
 

@@ -15,11 +15,11 @@ namespace Halvora {
 namespace {
 
 template <typename Char>
-HLVString fromTerminated(Char const* text) {
+Char const* notNull(Char const* text) {
     if (text == nullptr) {
         throw std::logic_error("ResString2: the text is null");
     }
-    return detail::converted<HLVString>(text, detail::terminatedLength(text));
+    return text;
 }
 
 } // namespace
@@ -42,13 +42,15 @@ ResString2::ResString2(Binary16 const& id, std::wstring const& text) : m_id(id) 
 }
 
 ResString2::ResString2(Binary16 const& id, unsigned short const* text)
-    : m_id(id), m_text(fromTerminated(text)) {}
+    : m_id(id), m_text(notNull(text)) {}
 
-ResString2::ResString2(Binary16 const& id, char const* text)
-    : m_id(id), m_text(fromTerminated(text)) {}
+ResString2::ResString2(Binary16 const& id, char const* text) : m_id(id) {
+    Convert::toHLVString(m_text, std::basic_string_view<char>(notNull(text)));
+}
 
-ResString2::ResString2(Binary16 const& id, wchar_t const* text)
-    : m_id(id), m_text(fromTerminated(text)) {}
+ResString2::ResString2(Binary16 const& id, wchar_t const* text) : m_id(id) {
+    Convert::toHLVString(m_text, std::basic_string_view<wchar_t>(notNull(text)));
+}
 
 ResString2& ResString2::operator=(ResString2 const& other) {
     m_text = other.m_text;

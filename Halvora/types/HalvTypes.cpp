@@ -10,7 +10,8 @@ namespace {
 constexpr int typeCount = DT_STRINGRES + 1;
 constexpr int groupCount = DTG_BINARY16 + 1;
 
-constexpr eDataTypeGroup groupOfType[] = {
+// In bytes, since an enumerator takes four.
+constexpr unsigned char groupOfType[] = {
     DTG_VOID,    DTG_BOOL,    DTG_NUMERIC,  DTG_NUMERIC, DTG_NUMERIC, DTG_NUMERIC,
     DTG_NUMERIC, DTG_NUMERIC, DTG_NUMERIC,  DTG_NUMERIC, DTG_NUMERIC, DTG_STRING,
     DTG_TICK,    DTG_ID,      DTG_BINARY16, DTG_STRING,
@@ -47,7 +48,7 @@ constexpr bool isNumeric(eDataType type) {
 // unsigned integers of the given width.
 constexpr eDataType U8 = DT_BYTE, I16 = DT_INT16, I32 = DT_INT32, I64 = DT_INT64, U16 = DT_UINT16,
                     U32 = DT_UINT32, U64 = DT_UINT64, F = DT_FLOAT, D = DT_DOUBLE;
-constexpr eDataType commonNumeric[9][9] = {
+constexpr unsigned char commonNumeric[9][9] = {
     {U8,  I16, I32, I64, U16, U32, U64, F, D},
     {I16, I16, I32, I64, I32, I64, D,   F, D},
     {I32, I32, I32, I64, I32, I64, D,   F, D},
@@ -72,7 +73,7 @@ eDataType const HalvTypes::ms_idGroupDataTypes[1] = {DT_ID};
 eDataType const HalvTypes::ms_binary16GroupDataTypes[1] = {DT_BINARY16};
 
 eDataTypeGroup HalvTypes::getDataTypeGroup(eDataType type) noexcept {
-    return isDataType(type) ? groupOfType[type] : DTG_VOID;
+    return isDataType(type) ? static_cast<eDataTypeGroup>(groupOfType[type]) : DTG_VOID;
 }
 
 void HalvTypes::getDataTypeGroup(eDataTypeGroup group, eDataType const*& types,
@@ -108,7 +109,7 @@ bool HalvTypes::getSmallestCommonDataType(eDataType a, eDataType b, eDataType& c
         return true;
     }
     if (isNumeric(a) && isNumeric(b)) {
-        common = commonNumeric[a - DT_BYTE][b - DT_BYTE];
+        common = static_cast<eDataType>(commonNumeric[a - DT_BYTE][b - DT_BYTE]);
         return true;
     }
     if (getDataTypeGroup(a) == DTG_STRING && getDataTypeGroup(b) == DTG_STRING) {

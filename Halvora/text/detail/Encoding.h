@@ -125,10 +125,15 @@ template <typename String, typename From>
     }
 }
 
-// The conversion of n elements as a new string.
+// The conversion of n elements as a new narrow or wide string.
 template <typename String, typename From>
 String converted(From const* in, std::size_t n) {
     using To = typename String::value_type;
+#ifdef HALV_ARM_WORDS // less flash and stack
+    String out(n, To());
+    convertRun(out.data(), in, n);
+    return out;
+#else
     if (n <= chunkLength) {
         To chunk[chunkLength];
         convertRun(chunk, in, n);
@@ -137,6 +142,7 @@ String converted(From const* in, std::size_t n) {
     String out;
     convertIntoFallback(out, in, n);
     return out;
+#endif
 }
 
 // The number of elements before the first zero, at most `limit`; 0 for null.
