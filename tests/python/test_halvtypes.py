@@ -1,8 +1,13 @@
 """The module's seams: conversion, exceptions, ownership. What the library does is tested in C++."""
 import copy
+import ctypes
 import gc
 import pickle
+import random
+import runpy
+import sys
 import uuid
+from pathlib import Path
 
 import pytest
 
@@ -71,9 +76,6 @@ def test_numbers_are_a_buffer(data_type):
     view = memoryview(array)
     assert view.format == code and view.tolist() == values and view.readonly
     assert h.HLVArray(data_type, view) == array
-    del array
-    gc.collect()
-    assert view.tolist() == values
 
 
 def test_no_change_beneath_a_view():
@@ -91,14 +93,12 @@ def test_no_change_beneath_a_view():
     view.release()
     with pytest.raises(BufferError):  # the first part of the expression holds one
         memoryview(array), array.addInt32(1)
-    gc.collect()
     array.addInt32(1)
     assert len(array) == 1001
     rows = memoryview(h.HLVArray(h.DT_ID, [ID, ID]))
     assert rows.shape == (2, 16) and rows[1, 15] == 1 and rows.tobytes() == bytes(ID) * 2
     assert memoryview(h.HLVArray(h.DT_INT32)).tolist() == []
-    for wrong in (h.HLVArray(h.DT_STRING), h.HLVArray.__new__(h.HLVArray)):
-        pytest.raises(BufferError, memoryview, wrong)
+    pytest.raises(BufferError, memoryview, h.HLVArray(h.DT_STRING))
 
 
 def test_array_that_its_own_values_change():
@@ -167,10 +167,7 @@ def test_translators():
 
 
 def test_errors():
-    error = h.HLVError(-2, "ä", ID, preceding=h.HLVError(-1, True, 2**40, 0.5))
-    base = error.getBaseError()
-    del error
-    gc.collect()
+    base = h.HLVError(-2, "ä", ID, preceding=h.HLVError(-1, True, 2**40, 0.5)).getBaseError()
     assert base.getCode() == -1 and base.params() == (True, 2**40, 0.5)
     error = h.HLVError(3, preceding=base)
     caught = pytest.raises(h.HLVErrorException, error.throw, "here")
@@ -186,10 +183,70 @@ def test_errors():
     errors = h.HLVError.List()
     assert errors.add(base) and not errors.add(error) and not errors.add(h.HLVError(0))
     assert len(errors) == 2 and errors.getErrorCount() == 1
-    entries = iter(errors)
-    errors.clear()
-    del errors
-    assert [e.getCode() for e in entries] == [-1, 3]
+    assert errors[-1].getCode() == 3 and [e.getCode() for e in errors[::-1]] == [3, -1]
+    for outside in (2, -3, 2**63 - 1):
+        pytest.raises(h.OutOfRangeError, errors.__getitem__, outside)
+
+
+@pytest.mark.parametrize("kind", [kind for kind in (*vars(h).values(), h.HLVError.List)
+                                  if isinstance(kind, type) and not issubclass(kind, Exception)])
+def test_objects_that_were_never_made(kind):
+    for name, member in vars(kind).items():
+        if type(member).__name__ == "instancemethod" and name != "__init__":
+            others = [kind.__new__(kind)] * (name[2:4] in ("eq", "ne", "lt", "le", "gt", "ge"))
+            pytest.raises(TypeError, getattr(kind.__new__(kind), name), *others)
+    pytest.raises(TypeError, h.HLVError, 1, kind.__new__(kind))
+
+
+def test_whatever_is_deleted_first():
+    uses = {"array": repr, "view": bytes, "elements": next, "errors": list, "entries": list,
+            "error": str, "base": str, "caught": lambda c: str(c.error)}
+    for seed in range(100):
+        array, errors = h.HLVArray(h.DT_INT64, range(100)), h.HLVError.List()
+        error = h.HLVError(-1, "x", preceding=h.HLVError(-2, preceding=h.HLVError(3, ID)))
+        errors.add(error)
+        parts = dict(zip(uses, (array, memoryview(array), iter(array), errors, iter(errors), error,
+                                error.getBaseError(), pytest.raises(Exception, error.throw).value)))
+        del array, errors, error
+        for name in random.Random(seed).sample(list(uses), len(uses)):
+            del parts[name]
+            for left, part in parts.items():
+                uses[left](part)
+
+
+def in_use():
+    """Bytes outside of Python's pools, and blocks inside."""
+    gc.collect()
+    in_c = ctypes.CDLL(None)
+    if hasattr(in_c, "__asan_init"):
+        in_c.__sanitizer_get_current_allocated_bytes.restype = ctypes.c_size_t
+        return in_c.__sanitizer_get_current_allocated_bytes(), sys.getallocatedblocks()
+    in_c.mallinfo2.restype = type("", (ctypes.Structure,), {"_fields_": [("n", ctypes.c_size_t * 10)]})
+    return in_c.mallinfo2().n[4] + in_c.mallinfo2().n[7], sys.getallocatedblocks()
+
+
+def test_nothing_leaks():
+    gc.freeze()  # makes each collection quick
+    counts = []
+    for turn in range(2001):
+        if turn % 1000 == 0:
+            counts.append(in_use())
+        for data_type, values in ALL.items():
+            array = h.HLVArray(data_type, values)
+            pytest.raises(TypeError, array.extend, [values[0], object()])
+            data_type in NUMBERS and memoryview(array), array[::-1], copy.copy(array)
+        for test in (test_errors, test_translators, test_identifier):
+            test()
+    for before, after, most in zip(*counts[1:], (16_000, 900)):  # less than one each turn
+        assert after - before < most, counts
+
+
+def test_page(capsys):
+    guide = Path(__file__).parents[2] / "examples/python/guide.py"
+    runpy.run_path(str(guide))
+    assert capsys.readouterr().out == guide.with_suffix(".expected").read_text()
+    for _, _, way, _ in runpy.run_path(str(guide.with_name("speed.py")))["WAYS"]:
+        way()
 
 
 def test_tools():

@@ -322,6 +322,7 @@ void addArray(py::module_& module) {
         .def("__setitem__", &setItem, py::arg("index"), py::arg("value"))
         .def("__iter__",
              [](py::object const& self) {
+                 static_cast<void>(self.cast<Array const&>()); // raises for none
                  return py::reinterpret_steal<py::object>(PySeqIter_New(self.ptr()));
              })
         .def(
