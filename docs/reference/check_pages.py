@@ -15,7 +15,8 @@ from urllib.parse import unquote
 from html_page import Page
 
 # What people look for, and does not stand in a title that way.
-SOUGHT = ("owner", "UTF", "thread", "GDB", "little-endian", "realloc", "CSV", "ERR_WRONG_TYPE")
+SOUGHT = ("owner", "UTF", "thread", "GDB", "little-endian", "realloc", "CSV", "ERR_WRONG_TYPE",
+          "memoryview")
 FENCE = re.compile(r"^( *)```(\w*)\n(.*?)^\1```$", re.DOTALL | re.MULTILINE)
 
 
@@ -96,9 +97,9 @@ def code_and_output(pages, root):
         text = text_of(page)
         for fence in FENCE.finditer(text):
             is_output = re.search(r"prints:?\s*$", text[: fence.start()])
-            if fence[2] != "cpp" and not is_output:
+            if fence[2] not in ("cpp", "python") and not is_output:
                 continue
-            pieces = [squeezed(piece) for piece in re.split(r"// \.\.\.\n", fence[3])]
+            pieces = [squeezed(piece) for piece in re.split(r"(?://|#) \.\.\.\n", fence[3])]
             pattern = re.compile(".*".join(re.escape(piece) for piece in pieces if piece))
             if not any(pattern.search(source) for source in sources):
                 line = text.count("\n", 0, fence.start()) + 1
