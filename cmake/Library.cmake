@@ -56,6 +56,7 @@ set(HALVTYPES_HEADERS
     Halvora/error/Param.h
     Halvora/error/Holder.h
     Halvora/error/List.h
+    Halvora/error/ListInline.h
     Halvora/error/HLVErrorException.h
     Halvora/error/Exception.h
     Halvora/error/Characters.h

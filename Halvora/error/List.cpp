@@ -1,3 +1,4 @@
+#define HALVTYPES_LIST_STEPS
 #include <Halvora/error/List.h>
 
 #include <algorithm>
@@ -15,32 +16,8 @@ std::list<HLVError*>& nowhere() {
     return *list;
 }
 
-// The steps of the ring, for both kinds of iterator.
-template <typename Entries, typename Position>
-void stepForward(Entries& entries, Position& position) noexcept {
-    if (position == entries.end()) {
-        position = entries.begin();
-    } else {
-        ++position;
-    }
-}
-
-template <typename Entries, typename Position>
-void stepBack(Entries& entries, Position& position) noexcept {
-    if (position == entries.begin()) {
-        position = entries.end();
-    } else {
-        --position;
-    }
-}
-
-template <typename Entries, typename Position>
-HLVError* entryAt(Entries& entries, Position const& position) noexcept {
-    return position == entries.end() ? nullptr : *position;
-}
-
 bool isTaken(HLVError const* error) noexcept {
-    return HLVError::isError(error) || HLVError::isWarning(error);
+    return error != nullptr && error->getCode() != 0;
 }
 
 } // namespace
@@ -85,7 +62,7 @@ bool HLVError::List::add(HLVError* error) {
     }
     m_entries->push_back(error);
     count(*error, 1);
-    return isError(error);
+    return error->getCode() < 0;
 }
 
 bool HLVError::List::add(Holder& holder) {
@@ -189,7 +166,7 @@ void HLVError::List::replace(iterator& position, Holder& holder) {
 }
 
 void HLVError::List::count(HLVError const& error, int change) noexcept {
-    (isError(&error) ? m_errorCount : m_warningCount) += change;
+    (error.getCode() < 0 ? m_errorCount : m_warningCount) += change;
 }
 
 // Takes the entry out of the list and leaves the position at the end; null if it stood at none.
@@ -228,28 +205,6 @@ HLVError::List::iterator::~iterator() {
     delete m_position;
 }
 
-bool HLVError::List::iterator::begin() const noexcept {
-    return *m_position == m_list->begin();
-}
-
-bool HLVError::List::iterator::end() const noexcept {
-    return *m_position == m_list->end();
-}
-
-HLVError* HLVError::List::iterator::operator*() const noexcept {
-    return entryAt(*m_list, *m_position);
-}
-
-HLVError::List::iterator& HLVError::List::iterator::operator++() noexcept {
-    stepForward(*m_list, *m_position);
-    return *this;
-}
-
-HLVError::List::iterator& HLVError::List::iterator::operator--() noexcept {
-    stepBack(*m_list, *m_position);
-    return *this;
-}
-
 bool HLVError::List::iterator::operator==(iterator const& other) const noexcept {
     return m_list == other.m_list && *m_position == *other.m_position;
 }
@@ -284,28 +239,6 @@ HLVError::List::const_iterator& HLVError::List::const_iterator::operator=(iterat
 
 HLVError::List::const_iterator::~const_iterator() {
     delete m_position;
-}
-
-bool HLVError::List::const_iterator::begin() const noexcept {
-    return *m_position == m_list->begin();
-}
-
-bool HLVError::List::const_iterator::end() const noexcept {
-    return *m_position == m_list->end();
-}
-
-HLVError const* HLVError::List::const_iterator::operator*() const noexcept {
-    return entryAt(*m_list, *m_position);
-}
-
-HLVError::List::const_iterator& HLVError::List::const_iterator::operator++() noexcept {
-    stepForward(*m_list, *m_position);
-    return *this;
-}
-
-HLVError::List::const_iterator& HLVError::List::const_iterator::operator--() noexcept {
-    stepBack(*m_list, *m_position);
-    return *this;
 }
 
 bool HLVError::List::const_iterator::operator==(iterator const& other) const noexcept {

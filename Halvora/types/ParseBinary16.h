@@ -37,15 +37,14 @@ inline constexpr std::string_view groupedForm = "DDCCBBAA-FFEE-HHGG-IIJJ-KKLLMMN
 
 inline constexpr unsigned int noDigit = 16;
 
+// Without a branch: no processor foresees which digits are letters.
 template <typename Char>
 constexpr unsigned int digitValue(Char c) noexcept {
-    if (c >= '0' && c <= '9') {
-        return static_cast<unsigned int>(c - '0');
-    }
-    if (c >= 'A' && c <= 'F') {
-        return static_cast<unsigned int>(c - 'A' + 10);
-    }
-    return c >= 'a' && c <= 'f' ? static_cast<unsigned int>(c - 'a' + 10) : noDigit;
+    unsigned int const digit = static_cast<unsigned int>(c) - '0';
+    unsigned int const letter = (static_cast<unsigned int>(c) | 0x20u) - 'a'; // of either case
+    unsigned int const isDigit = digit < 10 ? 1 : 0;
+    unsigned int const isLetter = letter < 6 ? 1 : 0;
+    return noDigit + isDigit * (digit - noDigit) + isLetter * (letter + 10 - noDigit);
 }
 
 template <typename Char>
@@ -53,19 +52,24 @@ constexpr ParseResult parse(std::basic_string_view<Char> text, Binary16& value) 
     bool const isHexadecimal = text.size() > 1 && text[0] == '0' && text[1] == 'x';
     std::string_view const form = isHexadecimal ? hexadecimalForm : groupedForm;
     Binary16 parsed;
+    unsigned int digits = 0; // those before, the last one lowest
     for (std::size_t i = 0; i < form.size(); ++i) {
         if (i == text.size()) {
             return {PARSE_TOO_SHORT, i};
         }
-        bool const wantsDigit = form[i] >= 'A' && form[i] <= 'P';
+        unsigned int const byte = static_cast<unsigned int>(form[i]) - 'A';
+        if (byte >= 16) {
+            if (text[i] != static_cast<Char>(form[i])) {
+                return {PARSE_BAD_CHARACTER, i};
+            }
+            continue;
+        }
         unsigned int const digit = digitValue(text[i]);
-        if (wantsDigit ? digit == noDigit : text[i] != static_cast<Char>(form[i])) {
+        if (digit == noDigit) {
             return {PARSE_BAD_CHARACTER, i};
         }
-        if (wantsDigit) {
-            unsigned char& byte = parsed.m_bytes[form[i] - 'A'];
-            byte = static_cast<unsigned char>(byte * 16u + digit);
-        }
+        digits = digits << 4 | digit;
+        parsed.m_bytes[byte] = static_cast<unsigned char>(digits); // its second digit stays
     }
     if (text.size() > form.size()) {
         return {PARSE_TOO_LONG, form.size()};
