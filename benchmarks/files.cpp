@@ -70,7 +70,8 @@ void addOutputs(std::string const& name, std::size_t n, char const* who, Out con
     });
 }
 
-// Ours beside the bytes moved and beside Convert with as many characters of Latin-1.
+// Ours beside the bytes moved, beside Convert with as many characters of Latin-1, and beside the
+// floor of a new output: a string that is filled before anyone may write into it, as all are.
 template <typename Out, typename In, typename Ours, typename Plain>
 void addConversion(std::string const& name, std::size_t n, Out const& expected, In const& in,
                    Ours ours, Plain plain) {
@@ -79,6 +80,11 @@ void addConversion(std::string const& name, std::size_t n, Out const& expected, 
     bench::addCopy(name + ", new", n, bytes);
     addOutputs(name, n, "ours", expected, in, ours);
     addOutputs(name, n, "Convert", Out(n, 'x'), In(n, 'x'), plain);
+    addSame(name + ", new", n, "floor", expected, [in, expected, ours] {
+        Out out(expected);
+        ours(out, in);
+        return out;
+    });
 }
 
 // A contender's conversion into an object of its own, which `isSame` compares once.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <numeric>
 
 #include <Halvora/text/detail/Encoding.h>
 
@@ -27,15 +28,21 @@ constexpr bool isSurrogate(std::uint32_t code) noexcept {
     return (code & 0xFFFFF800) == 0xD800;
 }
 
-// What is looked at in one go: a register of two words where there are such, else a word.
+// What is looked at in one go: a register of several words where there are such, else a word.
 using Vector [[gnu::vector_size(16)]] = Word;
-using Block = std::conditional_t<wordSize == 8, Vector, Word>;
+#if defined(__SSE2__) || defined(__ARM_NEON)
+constexpr bool hasVectors = true;
+#else
+constexpr bool hasVectors = false;
+#endif
+using Block = std::conditional_t<hasVectors, Vector, Word>;
 
 [[maybe_unused]] Word bitsOf(Word word) noexcept {
     return word;
 }
 [[maybe_unused]] Word bitsOf(Vector words) noexcept {
-    return words[0] | words[1];
+    Word const bits = words[0] | words[1];
+    return wordSize == 8 ? bits : bits | words[2 % (16 / wordSize)] | words[3 % (16 / wordSize)];
 }
 
 Word wordAt(void const* at) noexcept {
@@ -50,21 +57,22 @@ std::uint32_t bytesAt(void const* at) noexcept {
     return bytes;
 }
 
-// Whether none of the bits is set in any word of `size` bytes. The last block overlaps.
+// The bits of a word of units that no ASCII has.
+template <typename Unit, typename Unsigned = std::make_unsigned_t<Unit>>
+constexpr Word beyondAscii = ~static_cast<Word>(0) / static_cast<Unsigned>(-1) *
+                             static_cast<Unsigned>(~static_cast<Unsigned>(0x7F));
+
+// Whether none of the bits is set in any word of `size` bytes. The last word overlaps.
 [[gnu::noinline]] bool hasNone(Word bits, void const* text, std::size_t size) noexcept {
-    constexpr std::size_t block = 8 * sizeof(Block);
+    Block blocks[8];
     auto const* at = static_cast<char const*>(text);
     auto const* const end = at + size;
-    if (size >= block) {
-        for (;;) {
-            Block all[8];
-            std::memcpy(all, at, block);
-            Word const found = bitsOf(((all[0] | all[1]) | (all[2] | all[3])) |
-                                      ((all[4] | all[5]) | (all[6] | all[7])));
-            if ((found & bits) != 0 || at == end - block) {
-                return (found & bits) == 0;
-            }
-            at = static_cast<std::size_t>(end - at) >= 2 * block ? at + block : end - block;
+    for (; static_cast<std::size_t>(end - at) >= sizeof blocks; at += sizeof blocks) {
+        std::memcpy(blocks, at, sizeof blocks);
+        Word const found = bitsOf(((blocks[0] | blocks[1]) | (blocks[2] | blocks[3])) |
+                                  ((blocks[4] | blocks[5]) | (blocks[6] | blocks[7])));
+        if ((found & bits) != 0) {
+            return false;
         }
     }
     Word found = 0;
@@ -81,10 +89,43 @@ std::uint32_t bytesAt(void const* at) noexcept {
 
 template <typename Unit>
 bool isAscii(Unit const* text, std::size_t n) noexcept {
-    using Unsigned = std::make_unsigned_t<Unit>;
-    constexpr Word one = ~static_cast<Word>(0) / static_cast<Unsigned>(-1); // in each unit
-    constexpr Word others = one * static_cast<Unsigned>(~static_cast<Unsigned>(0x7F));
-    return hasNone(others, text, n * sizeof(Unit));
+    return hasNone(beyondAscii<Unit>, text, n * sizeof(Unit));
+}
+
+// Copies n elements by their low bits, and tells whether all were ASCII, so that this is their
+// conversion. The second block may overlap the first.
+template <typename To, typename From>
+bool copyAscii(To* __restrict out, From const* __restrict text, std::size_t n) noexcept {
+    if constexpr (!hasVectors) {
+        using Plain = std::conditional_t<sizeof(From) == 1, char, From>;
+        if (!isAscii(text, n)) {
+            return false;
+        }
+        detail::convertRun(out, reinterpret_cast<Plain const*>(text), n);
+        return true;
+    } else {
+        constexpr std::size_t block = 16; // a fixed length, which compilers take to vectors
+        if (n < block) {
+            std::make_unsigned_t<From> all = 0;
+            for (std::size_t i = 0; i < n; ++i) {
+                all |= static_cast<std::make_unsigned_t<From>>(text[i]);
+                out[i] = static_cast<To>(text[i]);
+            }
+            return all < 0x80;
+        }
+        Block all{};
+        std::size_t stride = (n - 1) % block + 1;
+        for (std::size_t at = 0; at < n; at += stride, stride = block) {
+            constexpr std::size_t count = block * sizeof(From) / sizeof(Block); // 1, 2 or 4
+            Block blocks[count];
+            std::memcpy(blocks, text + at, sizeof blocks);
+            all |= (blocks[0] | blocks[count / 4]) | (blocks[count / 2] | blocks[3 * count / 4]);
+            for (std::size_t i = 0; i < block; ++i) {
+                out[at + i] = static_cast<To>(text[at + i]);
+            }
+        }
+        return (bitsOf(all) & beyondAscii<From>) == 0;
+    }
 }
 
 // Takes the character at the front off, or the maximal subpart of an ill-formed sequence.
@@ -154,7 +195,11 @@ std::size_t sumOfBytes(Word word) noexcept {
     return (sums * static_cast<Word>(0x0001000100010001)) >> (8 * wordSize - 16);
 }
 [[maybe_unused]] std::size_t sumOfBytes(Vector words) noexcept {
-    return sumOfBytes(static_cast<Word>(words[0])) + sumOfBytes(static_cast<Word>(words[1]));
+    std::size_t sum = 0;
+    for (std::size_t i = 0; i < sizeof words / wordSize; ++i) {
+        sum += sumOfBytes(static_cast<Word>(words[i]));
+    }
+    return sum;
 }
 
 // All bytes but the continuations; in 16-bit text, two for the lead of four bytes.
@@ -186,40 +231,50 @@ std::size_t sumOfBytes(Word word) noexcept {
     return length;
 }
 
-// Two bytes too many for a surrogate pair.
+// How many bytes more than one an element becomes; of a surrogate pair two too many.
+template <typename Unit, typename Signed = std::make_signed_t<Unit>>
+Signed bytesBeyondOne(Unit unit) noexcept {
+    auto const code = static_cast<std::make_unsigned_t<Unit>>(unit);
+    auto const isAbove = [code](int bits) { return static_cast<Signed>(code >> bits) > 0; };
+    return static_cast<Signed>(isAbove(7) + isAbove(11) + (sizeof(Unit) == 4 && isAbove(16)));
+}
+
 template <typename Unit>
 std::size_t convertedLength(Unit const* text, std::size_t n, bool) noexcept {
     constexpr std::size_t block = 16; // a fixed length, which compilers take to vectors
+    constexpr std::size_t mostBlocks = 1024;
     std::size_t length = n;
-    for (std::size_t at = 0; at < n;) {
-        Unit last[block] = {};
-        bool const isLast = n - at < block;
-        if (isLast) {
-            std::memcpy(last, text + at, (n - at) * sizeof(Unit));
+    std::size_t at = 0;
+    while (hasVectors && n - at >= block) {
+        std::make_signed_t<Unit> more[block] = {};
+        for (std::size_t i = 0; i < mostBlocks && n - at >= block; ++i, at += block) {
+            for (std::size_t j = 0; j < block; ++j) {
+                more[j] =
+                    static_cast<std::make_signed_t<Unit>>(more[j] + bytesBeyondOne(text[at + j]));
+            }
         }
-        Unit const* const units = isLast ? last : text + at;
-        unsigned more = 0;
-        for (std::size_t i = 0; i < block; ++i) {
-            auto const code = static_cast<std::make_unsigned_t<Unit>>(units[i]);
-            more += ((code >> 7) != 0) + ((code >> 11) != 0);
-            more += sizeof(Unit) == 4 && (code >> 8 >> 8) != 0;
-        }
-        length += more;
-        at += isLast ? n - at : block;
+        length += std::accumulate(std::begin(more), std::end(more), std::size_t(0));
+    }
+    for (; at < n; ++at) {
+        length += static_cast<std::size_t>(bytesBeyondOne(text[at]));
     }
     return length;
 }
 
-// Takes off and writes characters that begin before `stop`, as long as they are well-formed and a
-// word can be read.
+// Takes off and writes characters that begin before `stop`, as long as they are well-formed and
+// four bytes can be read.
 template <typename To>
 void convertQuickly(To*& out, Byte const*& text, Byte const* stop, Byte const* end) noexcept {
     To* to = out;
     Byte const* at = text;
-    Byte const* const last =
-        std::min(stop, end - std::min(end - text, std::ptrdiff_t(wordSize - 1)));
+    Byte const* const last = std::min(stop, end - std::min<std::ptrdiff_t>(end - at, 3));
+    Byte const* const lastWord = end - std::min<std::ptrdiff_t>(end - at, wordSize - 1);
     while (at < last) {
         if (*at < 0x80) {
+            if (wordSize > 4 && at >= lastWord) {
+                *to++ = static_cast<To>(*at++);
+                continue;
+            }
             if ((wordAt(at) & highBits) == 0) {
                 for (std::size_t i = 0; i < wordSize; ++i) {
                     to[i] = static_cast<To>(at[i]);
@@ -260,6 +315,7 @@ void convertQuickly(To*& out, Byte const*& text, Byte const* stop, Byte const* e
     text = at;
 }
 
+// Writes up to three bytes behind what counts.
 template <typename Unit>
 void convertQuickly(char*& out, Unit const*& text, Unit const* stop, Unit const*) noexcept {
     char* to = out;
@@ -269,13 +325,13 @@ void convertQuickly(char*& out, Unit const*& text, Unit const* stop, Unit const*
         if (code < 0x80) {
             *to++ = static_cast<char>(code);
         } else if (code < 0x800) {
-            to[0] = static_cast<char>(0xC0 | code >> 6);
-            to[1] = static_cast<char>(0x80 | (code & 0x3F));
+            auto const bytes = static_cast<std::uint16_t>(0x80C0 | code >> 6 | (code & 0x3F) << 8);
+            std::memcpy(to, &bytes, sizeof bytes);
             to += 2;
         } else if (code - 0x800 < 0xD000 || (code >= 0xE000 && code < 0x10000)) {
-            to[0] = static_cast<char>(0xE0 | code >> 12);
-            to[1] = static_cast<char>(0x80 | (code >> 6 & 0x3F));
-            to[2] = static_cast<char>(0x80 | (code & 0x3F));
+            std::uint32_t const bytes =
+                0x8080E0 | code >> 12 | (code << 2 & 0x3F00) | (code & 0x3F) << 16;
+            std::memcpy(to, &bytes, sizeof bytes);
             to += 3;
         } else {
             break;
@@ -285,21 +341,38 @@ void convertQuickly(char*& out, Unit const*& text, Unit const* stop, Unit const*
     text = at;
 }
 
+constexpr std::size_t sliceLength = 256;
+
+// The slow path of convert: an output of another length, or text beyond ASCII.
 template <typename String, typename From>
-Utf8Result convertMixed(String& out, From const* const begin, std::size_t n) {
+[[gnu::noinline]] Utf8Result convertFallback(String& out, From const* const begin, std::size_t n) {
+    if (isAscii(begin, n)) {
+        if constexpr (sizeof(From) == 1) {
+            detail::convertInto(out, reinterpret_cast<char const*>(begin), n);
+        } else {
+            out.resize(n);
+            copyAscii(out.data(), begin, n);
+        }
+        return {0, n};
+    }
     using To = typename String::value_type;
     constexpr std::size_t most = sizeof(To) == 1 ? 4 : 1; // elements that one becomes
-    constexpr std::size_t sliceLength = 256;
     From const* const end = begin + n;
     out.clear();
-    out.reserve(convertedLength(begin, n, sizeof(To) == 2));
+    if (n > sliceLength) { // else one chunk is all
+        out.reserve(convertedLength(begin, n, sizeof(To) == 2));
+    }
     Utf8Result result{0, n};
     To chunk[most * (sliceLength + wordSize)];
     for (From const* at = begin; at != end;) {
-        To* to = chunk;
         From const* const stop =
             at + std::min<std::size_t>(n - static_cast<std::size_t>(at - begin), sliceLength);
-        for (convertQuickly(to, at, stop, end); at < stop; convertQuickly(to, at, stop, end)) {
+        To* to = chunk;
+        for (;;) {
+            convertQuickly(to, at, stop, end);
+            if (at >= stop) {
+                break;
+            }
             From const* const sequence = at;
             std::uint32_t code = takeCharacter(at, end);
             if (code == illFormed) {
@@ -315,40 +388,12 @@ Utf8Result convertMixed(String& out, From const* const begin, std::size_t n) {
     return result;
 }
 
-// Narrows what is all ASCII, so that nothing but the low byte counts.
-template <typename Unit>
-void narrowAscii(char* __restrict out, Unit const* __restrict text, std::size_t n) noexcept {
-#ifdef HALV_ARM_WORDS
-    detail::convertRun(out, text, n);
-#else
-    constexpr std::size_t block = 16; // a fixed length, which compilers take to vectors
-    std::size_t at = 0;
-    for (; n - at >= block; at += block) {
-        for (std::size_t i = 0; i < block; ++i) {
-            out[at + i] = static_cast<char>(text[at + i]);
-        }
-    }
-    for (; at < n; ++at) {
-        out[at] = static_cast<char>(text[at]);
-    }
-#endif
-}
-
 template <typename String, typename From>
 Utf8Result convert(String& out, From const* text, std::size_t n) {
-    if (!isAscii(text, n)) {
-        return convertMixed(out, text, n);
+    if (n == out.size() && copyAscii(out.data(), text, n)) {
+        return {0, n};
     }
-    if constexpr (sizeof(From) == 1) {
-        detail::convertInto(out, reinterpret_cast<char const*>(text), n);
-    } else {
-        if (n > out.capacity()) {
-            out.clear(); // nothing to carry over into the new buffer
-        }
-        out.resize(n);
-        narrowAscii(out.data(), text, n);
-    }
-    return {0, n};
+    return convertFallback(out, text, n);
 }
 
 Byte const* bytesOf(std::string_view text) noexcept {
@@ -376,11 +421,16 @@ Utf8Result Utf8::fromHLVString(std::string& out, HLVString const& text) {
 bool Utf8::isValid(std::string_view text) noexcept {
     Byte const* at = bytesOf(text);
     for (Byte const* const end = at + text.size(); at != end;) {
-        bool const isAsciiWord =
-            static_cast<std::size_t>(end - at) >= wordSize && (wordAt(at) & highBits) == 0;
-        if (isAsciiWord) {
-            at += wordSize;
-        } else if (takeCharacter(at, end) == illFormed) {
+        auto const length = std::min(static_cast<std::size_t>(end - at), sliceLength);
+        Byte const* const stop = at + length;
+        if (isAscii(at, length)) {
+            at = stop;
+            continue;
+        }
+        unsigned short chunk[sliceLength + wordSize]; // nobody reads it
+        unsigned short* to = chunk;
+        convertQuickly(to, at, stop, end);
+        if (at < stop && takeCharacter(at, end) == illFormed) {
             return false;
         }
     }
