@@ -183,13 +183,13 @@ public:
     bool operator==(ResString const& other) const noexcept;
     /// The negation of `operator==`.
     bool operator!=(ResString const& other) const noexcept { return !(*this == other); }
-    /// The same with a view as a text without an identifier, cut to 128 units.
-    template <typename View, typename = detail::IfView<View>>
+    /// The same with a wide view as a text without an identifier, cut to 128 units.
+    template <typename View, typename = detail::IfWideView<View>>
     bool operator==(View const& text) const noexcept {
         return *this == ResString(text);
     }
     /// The negation.
-    template <typename View, typename = detail::IfView<View>>
+    template <typename View, typename = detail::IfWideView<View>>
     bool operator!=(View const& text) const noexcept {
         return !(*this == text);
     }
