@@ -66,7 +66,9 @@ static_assert(sizeof(wchar_t) == HALVTYPES_BUILT_FOR_WCHAR_BYTES,
 extern HALVTYPES_API char const HALVTYPES_ABI;
 
 #if defined(__GNUC__) && !defined(HALVTYPES_BUILD)
-#    if __has_cpp_attribute(gnu::retain)
+#    if defined(_WIN32)
+#        define HALVTYPES_KEPT gnu::used
+#    elif __has_cpp_attribute(gnu::retain)
 #        define HALVTYPES_KEPT gnu::used, gnu::retain, gnu::visibility("hidden")
 #    else
 #        define HALVTYPES_KEPT gnu::used, gnu::visibility("hidden")

@@ -2,10 +2,24 @@
 
 /// Marks what the shared library exports; everything else in it is hidden. A program or shared
 /// library that holds the static one (HALVTYPES_STATIC) exports nothing of it.
-#if defined(__GNUC__) && !defined(HALVTYPES_STATIC)
+#if defined(HALVTYPES_STATIC)
+#    define HALVTYPES_API
+#elif defined(_WIN32) && defined(HALVTYPES_BUILD)
+#    define HALVTYPES_API __declspec(dllexport)
+#elif defined(_WIN32)
+#    define HALVTYPES_API __declspec(dllimport)
+#elif defined(__GNUC__)
 #    define HALVTYPES_API __attribute__((visibility("default")))
 #else
 #    define HALVTYPES_API
+#endif
+
+/// Marks an inline function that was not always inline: the library keeps a copy for the programs
+/// of then. There are none on Windows.
+#if defined(_WIN32)
+#    define HALVTYPES_API_INLINE
+#else
+#    define HALVTYPES_API_INLINE HALVTYPES_API
 #endif
 
 /// Marks a function whose unsigned numbers wrap on purpose, for clang's integer sanitizer.

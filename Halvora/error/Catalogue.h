@@ -109,11 +109,13 @@ constexpr bool hasEachCodeOnce(CatalogueRows<count> const& rows) {
     return true;
 }
 
-// Whether a ResString keeps the text as it is.
+// Whether a ResString keeps the text as it is, on every machine.
 constexpr bool isKept(wchar_t const* text) {
     std::size_t length = 0;
     for (; text != nullptr && text[length] != L'\0'; ++length) {
-        if (static_cast<std::uint32_t>(text[length]) > 0xFFFF || length == ResString::maxLength) {
+        auto const code = static_cast<char32_t>(text[length]);
+        bool const isAbove = code > 0xFFFF || (sizeof(wchar_t) == 2 && code >> 11 == 0x1B);
+        if (isAbove || length == ResString::maxLength) {
             return false;
         }
     }

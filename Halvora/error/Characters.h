@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 // The characters of wide texts, for what is written for people and programs.
@@ -30,6 +31,15 @@ void forEachCharacter(std::wstring_view text, Take take) {
         }
         take(character);
     }
+}
+
+// The way back, as UTF-16 where `wchar_t` has 16 bits.
+inline void appendCharacter(std::wstring& text, std::uint32_t character) {
+    if (sizeof(wchar_t) == 2 && character > 0xFFFF) {
+        text += static_cast<wchar_t>(0xD7C0 + (character >> 10));
+        character = 0xDC00 | (character & 0x3FF);
+    }
+    text += static_cast<wchar_t>(character);
 }
 
 } // namespace Halvora::detail

@@ -22,9 +22,9 @@ template <typename Char>
 void describeText(std::basic_ostream<Char>& stream, std::wstring_view text) {
     std::wstring readable;
     forEachCharacter(text, [&readable](std::uint32_t character) {
-        readable += static_cast<wchar_t>(isNone(character)      ? 0xFFFD
-                                         : isControl(character) ? 0x20
-                                                                : character);
+        appendCharacter(readable, isNone(character)      ? 0xFFFD
+                                  : isControl(character) ? 0x20
+                                                         : character);
     });
     if constexpr (sizeof(Char) == 1) {
         std::string narrow;

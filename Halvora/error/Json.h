@@ -30,7 +30,7 @@ inline void appendJsonText(std::string& out, std::wstring_view text) {
             return;
         }
         escaped += character == '"' || character == '\\' ? L"\\" : L"";
-        escaped += static_cast<wchar_t>(character);
+        appendCharacter(escaped, character);
     });
     std::string utf8;
     Utf8::fromWString(utf8, escaped);

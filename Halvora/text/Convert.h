@@ -17,8 +17,9 @@ namespace Halvora {
 /// Text between three encodings, and the small text tools. Static members only, without state.
 ///
 /// Narrow text is ISO 8859-1: byte n is the character U+00nn. Wide text holds one character an
-/// element, `HLVString` one 16-bit code unit. Each element is converted by itself; neither UTF-8,
-/// nor surrogate pairs, nor a locale plays a part. Lengths count elements.
+/// element, `HLVString` one 16-bit code unit. Where `wchar_t` has 16 bits, on Windows, wide text is
+/// UTF-16 and "character" means a code unit of it. Each element is converted by itself; neither
+/// UTF-8, nor surrogate pairs, nor a locale plays a part. Lengths count elements.
 ///
 /// Memory that runs out is reported by `std::bad_alloc`, a result that 32 bits cannot hold (from
 /// 2^28 wide characters on) by `std::length_error`, and nothing else fails; an output argument then
@@ -35,9 +36,10 @@ public:
 
     /// @name Encodings
     /// Widening keeps the element's unsigned value. To 16 bits, a wide character is cut to its low
-    /// 16 bits, which may be those of another: U+10041 becomes `A`. To narrow, a value above 0xFF
-    /// becomes a space. The result has exactly as many elements as were read, zeros included. `out`
-    /// is replaced whole. One pass, at most one allocation, none when `out` has the capacity.
+    /// 16 bits, which may be those of another: U+10041 becomes `A`; as UTF-16, on Windows, its two
+    /// elements stay as they are. To narrow, a value above 0xFF becomes a space. The result has
+    /// exactly as many elements as were read, zeros included. `out` is replaced whole. One pass, at
+    /// most one allocation, none when `out` has the capacity.
     /// @{
 
     /// 16-bit to wide, up to the first zero unit; nothing for null.

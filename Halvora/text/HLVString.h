@@ -47,8 +47,8 @@ using HLVString = std::basic_string<unsigned short>;
 } // namespace Halvora
 
 // Instantiated once, in the library. From C++20 on every member is inline (constexpr) anyway, and
-// the library, built as C++17, does not hold the newer ones.
-#    if __cplusplus <= 201703L
+// the library, built as C++17, does not hold the newer ones. A DLL exports none of them.
+#    if __cplusplus <= 201703L && !defined(_WIN32)
 extern template class std::basic_string<unsigned short>;
 #    endif
 

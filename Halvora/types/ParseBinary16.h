@@ -96,13 +96,13 @@ struct Parsed {
 /// @{
 
 /// Reads the whole of `text` into `value`.
-[[nodiscard]] HALVTYPES_API constexpr ParseResult parseBinary16(std::string_view text,
-                                                                Binary16& value) noexcept {
+[[nodiscard]] HALVTYPES_API_INLINE constexpr ParseResult parseBinary16(std::string_view text,
+                                                                       Binary16& value) noexcept {
     return detail::parse(text, value);
 }
 /// Reads the whole of `text` into `value`.
-[[nodiscard]] HALVTYPES_API constexpr ParseResult parseBinary16(std::wstring_view text,
-                                                                Binary16& value) noexcept {
+[[nodiscard]] HALVTYPES_API_INLINE constexpr ParseResult parseBinary16(std::wstring_view text,
+                                                                       Binary16& value) noexcept {
     return detail::parse(text, value);
 }
 /// Reads a zero-terminated text, narrow or wide, into `value`; null is the empty text.

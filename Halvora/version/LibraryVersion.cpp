@@ -9,7 +9,12 @@
 namespace Halvora {
 
 void detail::endLoading() noexcept {
-    std::fputs("libHalvTypes.so.3: There is not enough memory to load the library.\n", stderr);
+#if defined(_WIN32)
+#    define HALVTYPES_FILE "HalvTypes.dll"
+#else
+#    define HALVTYPES_FILE "libHalvTypes.so.3"
+#endif
+    std::fputs(HALVTYPES_FILE ": There is not enough memory to load the library.\n", stderr);
     std::_Exit(127);
 }
 

@@ -17,6 +17,7 @@ inline __m128i selectX86(__m128i isKept, __m128i value, __m128i other) noexcept 
     return _mm_or_si128(_mm_and_si128(isKept, value), _mm_andnot_si128(isKept, other));
 }
 
+#if __SIZEOF_WCHAR_T__ == 4
 inline void packBlock(char* out, wchar_t const* in, unsigned char other) noexcept {
     auto const latin1 = [in, other](int at) {
         __m128i const value = loadX86(in + at);
@@ -27,6 +28,7 @@ inline void packBlock(char* out, wchar_t const* in, unsigned char other) noexcep
     __m128i const back = _mm_packs_epi32(latin1(8), latin1(12));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(front, back));
 }
+#endif
 
 inline void packBlock(char* out, unsigned short const* in, unsigned char other) noexcept {
     auto const latin1 = [in, other](int at) {
@@ -36,5 +38,11 @@ inline void packBlock(char* out, unsigned short const* in, unsigned char other) 
     };
     _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(latin1(0), latin1(8)));
 }
+
+#if __SIZEOF_WCHAR_T__ == 2
+inline void packBlock(char* out, wchar_t const* in, unsigned char other) noexcept {
+    packBlock(out, reinterpret_cast<unsigned short const*>(in), other); // which are only loaded
+}
+#endif
 
 } // namespace Halvora::detail
