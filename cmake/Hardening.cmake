@@ -11,7 +11,11 @@ endif()
 option(HALVTYPES_HARDENING "Harden the library and the tools" ${PROJECT_IS_TOP_LEVEL})
 
 set(hardening_flags -fstack-protector-strong)
-foreach(flag IN ITEMS -fstack-clash-protection -fcf-protection -mbranch-protection=standard)
+set(hardening_of_machine -fstack-clash-protection -fcf-protection -mbranch-protection=standard)
+if(WIN32) # where every big frame is probed anyway, and GCC breaks off at the first of them
+    set(hardening_of_machine)
+endif()
+foreach(flag IN LISTS hardening_of_machine)
     string(MAKE_C_IDENTIFIER "HALVTYPES_HAS${flag}" known)
     # A flag that the compiler only ignores for this machine would warn in every file.
     set(CMAKE_REQUIRED_FLAGS -Werror)
@@ -28,9 +32,17 @@ list(
     $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>
 )
 
+set(hardening_link -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+set(hardening_libraries)
+if(WIN32)
+    set(hardening_link -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat)
+    set(hardening_libraries -l:libssp.a) # what the checks call, in no DLL of its own
+endif()
+
 function(halvtypes_harden target)
-    target_link_options(${target} PRIVATE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+    target_link_options(${target} PRIVATE ${hardening_link})
     if(HALVTYPES_HARDENING AND NOT sanitizes)
         target_compile_options(${target} PRIVATE ${hardening_flags})
+        target_link_libraries(${target} PRIVATE ${hardening_libraries})
     endif()
 endfunction()

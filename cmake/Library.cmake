@@ -66,6 +66,10 @@ set(HALVTYPES_HEADERS
     Halvora/version/KrVersion.h
 )
 
+if(WIN32) # the statics of what is linked last come up first
+    list(REVERSE HALVTYPES_SOURCES)
+endif()
+
 # Shared, unless a build says BUILD_SHARED_LIBS=OFF.
 set(HALVTYPES_SHARED ON)
 if(DEFINED BUILD_SHARED_LIBS AND NOT BUILD_SHARED_LIBS)
@@ -145,15 +149,19 @@ if(HALVTYPES_HAS_SSE2)
         PROPERTIES COMPILE_OPTIONS "-msse2;-mfpmath=sse"
     )
 endif()
-target_link_options(
-    HalvTypes
-    PRIVATE
-        -Wl,--as-needed
-        -Wl,--gc-sections
-        # ... and across sources, without the linkage table: a fifth of the relocations less.
-        -Wl,-Bsymbolic-functions
-        -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map
-)
+if(WIN32)
+    include(${CMAKE_CURRENT_LIST_DIR}/Windows.cmake)
+else()
+    target_link_options(
+        HalvTypes
+        PRIVATE
+            -Wl,--as-needed
+            -Wl,--gc-sections
+            # ... and across sources, without the linkage table: a fifth of the relocations less.
+            -Wl,-Bsymbolic-functions
+            -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map
+    )
+endif()
 halvtypes_harden(HalvTypes)
 halvtypes_warnings(HalvTypes)
 
