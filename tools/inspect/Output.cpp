@@ -34,7 +34,7 @@ std::string printable(std::ostringstream const& stream) {
     std::wstring out;
     Utf8::toWString(text, stream.str());
     detail::forEachCharacter(text, [&out](std::uint32_t code) {
-        steers(code) ? appendEscape(out, code) : out.push_back(static_cast<wchar_t>(code));
+        steers(code) ? appendEscape(out, code) : detail::appendCharacter(out, code);
     });
     std::string utf8;
     Utf8::fromWString(utf8, out);
@@ -48,7 +48,7 @@ std::string quoted(std::wstring const& units) {
             return appendEscape(out, code);
         }
         out += code == '"' || code == '\\' ? L"\\" : L"";
-        out += static_cast<wchar_t>(code);
+        detail::appendCharacter(out, code);
     });
     std::string utf8;
     Utf8::fromWString(utf8, out + L'"');

@@ -10,10 +10,14 @@
 
 #include "Errors.h"
 
+#if !defined(O_BINARY)
+#    define O_BINARY 0 // on Windows: no line end is another in the file
+#endif
+
 using namespace Halvora;
 
 File::File(std::string const& path)
-    : m_file(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY)) {
+    : m_file(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_BINARY)) {
     if (m_file < 0) {
         throw HLVErrorException(HLVError::create(missing, std::strerror(errno)), "");
     }
@@ -25,8 +29,9 @@ File::~File() {
 }
 
 Block File::read() {
-    Block block{m_offset, std::string(0x10000, '\0')};
-    ssize_t const got = ::read(m_file, block.bytes.data(), block.bytes.size());
+    constexpr unsigned most = 0x10000;
+    Block block{m_offset, std::string(most, '\0')};
+    ssize_t const got = ::read(m_file, block.bytes.data(), most);
     if (got < 0) {
         throw HLVErrorException(HLVError::create(unreadable, m_offset, std::strerror(errno)), "");
     }
