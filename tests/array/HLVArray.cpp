@@ -7,6 +7,10 @@
 #include <tests/support/ArrayProgram.h>
 #include <tests/support/Memory.h>
 
+#if defined(_WIN32)
+#    define malloc_usable_size _msize
+#endif
+
 namespace Halvora::test {
 namespace {
 

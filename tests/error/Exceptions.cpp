@@ -1,6 +1,6 @@
 #include "Shown.h"
 
-#include <dlfcn.h>
+#include <tests/support/Load.h>
 
 namespace Halvora::test {
 namespace {

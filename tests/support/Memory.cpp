@@ -1,5 +1,6 @@
 #include "Memory.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdlib>
 
@@ -79,4 +80,44 @@ void* realloc(void* block, std::size_t size) noexcept {
     return failsNow(size) ? nullptr : HALVTYPES_REALLOC(block, size);
 }
 }
+#endif
+
+#if defined(_WIN32)
+#    include <windows.h>
+
+// The library calls the DLL of the standard library, which calls the C library. Each takes what its
+// own table of imports says.
+namespace {
+
+void* countedMalloc(std::size_t size) {
+    void* const block = failsNow(size) ? nullptr : std::malloc(size);
+    live += block != nullptr ? 1 : 0;
+    return block;
+}
+
+void* countedRealloc(void* block, std::size_t size) {
+    return failsNow(size) ? nullptr : std::realloc(block, size);
+}
+
+void redirect(char const* module, char const* name, void* to) {
+    auto* const base = reinterpret_cast<char*>(GetModuleHandleA(module));
+    auto* const head = base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew;
+    auto const& table = reinterpret_cast<IMAGE_NT_HEADERS*>(head)
+                            ->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IAT];
+    auto* const imports = reinterpret_cast<void**>(base + table.VirtualAddress);
+    DWORD old;
+    VirtualProtect(imports, table.Size, PAGE_READWRITE, &old);
+    std::replace(imports, imports + table.Size / sizeof *imports,
+                 reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("msvcrt.dll"), name)), to);
+}
+
+bool const redirected = [] {
+    void (*const countedFree)(void*) = operator delete;
+    redirect("libstdc++-6.dll", "malloc", reinterpret_cast<void*>(countedMalloc));
+    redirect("libstdc++-6.dll", "free", reinterpret_cast<void*>(countedFree));
+    redirect("HalvTypes.dll", "realloc", reinterpret_cast<void*>(countedRealloc));
+    return true;
+}();
+
+} // namespace
 #endif

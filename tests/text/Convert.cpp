@@ -11,11 +11,11 @@ static_assert(std::is_invocable_v<decltype(&Convert::toBool), std::string>); // 
 
 TEST(Convert, encodingsByExample) {
     std::tuple<wchar_t, char, unsigned short> const rows[] = {
-        {L'\0',     '\0',   0     },
-        {0xFF,      '\xFF', 0xFF  },
-        {0x100,     ' ',    0x100 }, // narrow text does not have it
-        {0x10041,   ' ',    'A'   }, // cut to 16 bits
-        {WCHAR_MAX, ' ',    0xFFFF},
+        {L'\0',                '\0',                             0     },
+        {0xFF,                 '\xFF',                           0xFF  },
+        {0x100,                ' ',                              0x100 }, // narrow text does not have it
+        {wideUnit(0x10041)[0], sizeof(wchar_t) == 2 ? 'A' : ' ', 'A'   }, // cut to 16 bits
+        {WCHAR_MAX,            ' ',                              0xFFFF},
     };
     for (auto const& [wide, narrow, unit] : rows) {
         HLVString units(3, 'x');

@@ -15,6 +15,11 @@ inline unsigned draw(std::size_t end) { // 0 to end - 1
     return static_cast<unsigned>(random() % end);
 }
 
+// One element, cut where wchar_t has 16 bits.
+inline std::wstring wideUnit(unsigned character) {
+    return std::wstring(1, static_cast<wchar_t>(character));
+}
+
 // No unit is zero; some characters lie above U+FFFF, or below zero where wchar_t has a sign.
 inline std::wstring anyText(std::size_t length) {
     std::wstring text(length, L'\0');

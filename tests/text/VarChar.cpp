@@ -10,13 +10,13 @@ using namespace std::string_literals;
 
 TEST(VarChar, textByExample) {
     std::pair<std::wstring, std::string> const rows[] = {
-        {L"",         "\0\0"s         },
-        {L"ab",       "\2\0a\0b\0"s   },
-        {L"a\0"s,     "\2\0a\0\0\0"s  }, // a counted text keeps its zeros
-        {L"\xE9",     "\1\0\xE9\0"s   },
-        {L"\x20AC",   "\1\0\xAC\x20"s },
-        {L"A\x1F600", "\2\0A\0\0\xF6"s}, // cut to 16 bits
-        {L"\x10041",  "\1\0A\0"s      }, // so another character may come out
+        {L"",                      "\0\0"s         },
+        {L"ab",                    "\2\0a\0b\0"s   },
+        {L"a\0"s,                  "\2\0a\0\0\0"s  }, // a counted text keeps its zeros
+        {L"\xE9",                  "\1\0\xE9\0"s   },
+        {L"\x20AC",                "\1\0\xAC\x20"s },
+        {L'A' + wideUnit(0x1F600), "\2\0A\0\0\xF6"s}, // cut to 16 bits
+        {wideUnit(0x10041),        "\1\0A\0"s      }, // so another character may come out
     };
     for (auto const& [text, raw] : rows) {
         EXPECT_EQ(raw, bytesOf(VarChar(text))) << shown(text);
@@ -65,7 +65,8 @@ TEST(VarChar, nullIsTheEmptyTextAndForm) {
 
 TEST(VarChar, rawFormsAndSlotsLieAnywhere) {
     EXPECT_EQ("", wrongForms<VarChar>(""));
-    EXPECT_TRUE(VarChar::equal(&"\2\0A\0\xE9"[0], L"A\x100E9", 2)); // cut to 16 bits
+    EXPECT_TRUE(
+        VarChar::equal(&"\2\0A\0\xE9"[0], (L'A' + wideUnit(0x100E9)).c_str(), 2)); // cut to 16 bits
     EXPECT_FALSE(VarChar::equal(&"\2\0A\0\xE9"[0], L"A\x1E9", 2));
     std::string slots(17, '#');
     VarChar::set(L"abc", 2, 4, &slots[1]);

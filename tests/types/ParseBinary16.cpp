@@ -46,8 +46,11 @@ TEST(ParseBinary16, takesTwoFormsAndNothingElse) {
         }
     }
     Binary16 value;
-    for (wchar_t const* const form : {L"0000000\x10030-", L"00000000\x1002D"}) { // wider ones
-        EXPECT_EQ(PARSE_BAD_CHARACTER, parseBinary16(form, value).status);
+    for (auto const& [at, character] : {std::pair(7u, 0x10030), std::pair(8u, 0x1002D)}) {
+        std::wstring form = L"00000000-";
+        form[at] = static_cast<wchar_t>(character); // as 16 bits it is the right one
+        EXPECT_EQ(sizeof(wchar_t) == 2 ? PARSE_TOO_SHORT : PARSE_BAD_CHARACTER,
+                  parseBinary16(form, value).status);
     }
     char const* const none = nullptr;
     EXPECT_EQ(PARSE_TOO_SHORT, parseBinary16(none, value).status);
