@@ -24,12 +24,18 @@ struct ModelChain {
     }
 };
 
-// As it is.
+// As it is, with a note when it finds other errors in itself.
 inline ModelChain chainOf(HLVError const* error) {
     ModelChain chain{error};
-    for (; error != nullptr; error = error->getPrecedingError()) {
-        chain.codes += ' ' + std::to_string(error->getCode());
+    HLVError const *base = error, *two = nullptr; // the first of that code
+    for (auto const* at = error; at != nullptr; at = at->getPrecedingError()) {
+        chain.codes += ' ' + std::to_string(at->getCode());
+        base = at;
+        two = two == nullptr && at->getCode() == 2 ? at : two;
     }
+    bool const isFound =
+        error == nullptr || (error->getBaseError() == base && error->getByCode(2) == two);
+    chain.codes += isFound ? "" : ", wrong search";
     return chain;
 }
 
