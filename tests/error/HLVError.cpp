@@ -39,9 +39,10 @@ TEST(HLVError, printsItsCodeItsParametersAndItsChain) {
     HLVError const error(-5, nullptr, new HLVError(2), new Param(7), nullptr, nullptr);
     std::ostringstream narrow;
     std::wostringstream wide;
-    error.singleOutput(narrow) << '|' << error;
-    EXPECT_EQ("Error -5\n  P1: 7|" + Convert::toAString(text(error)), narrow.str());
-    EXPECT_TRUE(&wide == &(error << error.singleOutput(wide)) && &narrow == &(error << narrow));
+    EXPECT_TRUE(&wide == &(error << error.singleOutput(wide)) &&
+                &narrow == &(error << error.singleOutput(narrow)));
+    EXPECT_EQ(L"Error -5\n  P1: 7" + text(error), wide.str());
+    EXPECT_EQ(Convert::toAString(wide.str()), narrow.str());
 }
 
 TEST(HLVError, isAnErrorBelowZeroAndAWarningAbove) {
