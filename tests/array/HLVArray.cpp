@@ -152,7 +152,7 @@ TEST(HLVArray, storageIsExactAfterAnAppend) {
     auto const room = [&] { return malloc_usable_size(const_cast<void*>(a.getData())); };
     for (bool const removes : {true, false}) {
         EXPECT_TRUE(a.init(999, DT_INT64) == 0 && a.addInt64(1) == 0 && room() < 8064);
-        EXPECT_EQ(0, removes ? a.removeRange(5, 990) : a._set(10, a.getData(), DT_INT64, 8));
+        EXPECT_EQ(0, (removes ? a.removeRange(5, 990) : 0) + a._set(10, a.getData(), DT_INT64, 8));
         Array(std::move(a)).swap(a); // which takes the room along
         EXPECT_TRUE(room() >= 8000 && a.addInt64(2) == 0 && room() < 152) << removes;
     }

@@ -123,7 +123,8 @@ struct ArrayModel {
                 found += isRefused ? "" : row.name;
             } else if (code != 0 || n != seeds.size() || storage != (values != nullptr) ||
                        array.getByteSize() != n * row.width() || view.data() != values ||
-                       array.getData() != (row.isText ? nullptr : values) || view.size() != n) {
+                       array.getData() != (row.isText ? nullptr : values) || view.size() != n ||
+                       view.empty() != seeds.empty()) {
                 found += "the storage, the size, or a way of reading";
             } else if (!std::equal(values, values + n, seeds.begin(),
                                    [](auto const& v, unsigned int seed) {
