@@ -387,6 +387,12 @@ void addTokens(std::size_t n) {
     });
 }
 
+// What a library's function cannot do without.
+[[gnu::noinline]] unsigned char call(char const* at) {
+    asm volatile("");
+    return static_cast<unsigned char>(*at);
+}
+
 // 16 pairs of digits as bytes, and a word as a truth.
 void addValues() {
     std::string const digits = "00112233445566778899aAbBcCdDeEfF";
@@ -405,6 +411,11 @@ void addValues() {
         unsigned char byte = 0;
         std::from_chars(at, at + 2, byte, 16);
         return byte;
+    });
+    add("toByte", 16, "floor", [digits] {
+        for (std::size_t i = 0; i < 16; ++i) {
+            benchmark::DoNotOptimize(call(digits.data() + 2 * i));
+        }
     });
     addSame("toBool", 1, "ours", true, [] { return Convert::toBool("True"); });
     addSame("toBool", 1, "limit", true, [] {

@@ -71,12 +71,25 @@ Char const* findOrEnd(Char const* begin, Char const* end, Char wanted) {
     return found != nullptr ? found : end;
 }
 
+// Sets are short: a search would cost more than it spares.
+template <typename Text>
+auto isOneOf(Text const& set) {
+    return [begin = set.data(), end = set.data() + set.size()](typename Text::value_type wanted) {
+        auto const* at = begin;
+        while (at != end && *at != wanted) {
+            ++at;
+        }
+        return at != end;
+    };
+}
+
 constexpr bool isSpace(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
+// The letter in lower case; nothing else becomes a letter.
 constexpr char toLower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+    return static_cast<char>(c | 0x20);
 }
 
 } // namespace
@@ -147,24 +160,32 @@ void Convert::_toUnits(HLVString& out, wchar_t const* text, std::size_t n) {
 
 template <typename Text>
 void Convert::_trimLeft(Text& text, Text const& set) {
-    auto const first = text.find_first_not_of(set);
-    if (first != Text::npos) {
+    auto const isCut = isOneOf(set);
+    std::size_t first = 0;
+    while (first != text.size() && isCut(text[first])) {
+        ++first;
+    }
+    if (first != text.size()) {
         text.erase(0, first);
     }
 }
 
 template <typename Text>
 void Convert::_trimRight(Text& text, Text const& set) {
-    auto const last = text.find_last_not_of(set);
-    if (last != Text::npos) {
-        text.erase(last + 1);
+    auto const isCut = isOneOf(set);
+    std::size_t length = text.size();
+    while (length != 0 && isCut(text[length - 1])) {
+        --length;
+    }
+    if (length != 0) {
+        text.resize(length);
     }
 }
 
 template <typename Text>
 void Convert::_trim(Text& text, Text const& set) {
-    _trimLeft(text, set);
     _trimRight(text, set);
+    _trimLeft(text, set);
 }
 
 template <typename Text>
@@ -283,14 +304,17 @@ unsigned char Convert::toByte(char high, char low) noexcept {
 }
 
 bool Convert::toBool(std::string text) {
-    if (text == "1") {
-        return true;
+    char const* at = text.data();
+    char const* const end = at + text.size();
+    while (at != end && isSpace(*at)) {
+        ++at;
     }
-    constexpr char name[] = {'t', 'r', 'u', 'e'};
-    auto const first = std::find_if_not(text.begin(), text.end(), isSpace);
-    return text.end() - first >= 4 &&
-           std::equal(std::begin(name), std::end(name), first,
-                      [](char expected, char c) { return expected == toLower(c); });
+    char name[4];
+    if (static_cast<std::size_t>(end - at) < sizeof name) {
+        return text == "1";
+    }
+    std::transform(at, at + sizeof name, name, toLower);
+    return std::memcmp(name, "true", sizeof name) == 0;
 }
 
 std::string Convert::toAString(eDataType type) {
