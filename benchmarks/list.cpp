@@ -8,6 +8,7 @@
 #include <list>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #ifdef HALVTYPES_WITH_GLIB
 #    include <glib.h>
@@ -159,24 +160,26 @@ void addChanges(char const* who, int n) {
     });
 }
 
-template <typename List>
-void addList(char const* who) {
+// Lists of one size are filled one after another, so that their memory lies alike.
+template <typename... Lists>
+void addLists(std::vector<char const*> const& names) {
     for (int const n : {16, 256, 4096, 65536}) {
-        addWalks<List>(who, n);
-        addChanges<List>(who, n);
+        auto name = names.begin();
+        (addWalks<Lists>(*name++, n), ...);
+        name = names.begin();
+        (addChanges<Lists>(*name++, n), ...);
     }
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    addList<Ours>("ours");
-    addList<StandardList>("limit");
+    addLists<Ours, StandardList>({"ours", "limit"});
 #ifdef HALVTYPES_WITH_QT
-    addList<QtList>("QList");
+    addLists<QtList>({"QList"});
 #endif
 #ifdef HALVTYPES_WITH_GLIB
-    addList<GLibQueue>("GQueue");
+    addLists<GLibQueue>({"GQueue"});
 #endif
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

@@ -8,6 +8,7 @@
 #include <Halvora/types/HalvTypes.h>
 
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <ostream>
@@ -18,8 +19,27 @@ namespace Halvora {
 
 namespace detail {
 
-// In quotes, as UTF-8. Control characters are escaped.
-inline void appendJsonText(std::string& out, std::wstring_view text) {
+// What stands for itself in every text of JSON, and is one byte of UTF-8.
+constexpr bool isPlain(wchar_t c) noexcept {
+    return c >= 0x20 && c < 0x7F && c != '"' && c != '\\';
+}
+
+// The characters in front of the first one that is not plain; gives the rest.
+inline std::wstring_view appendPlain(std::string& out, std::wstring_view text) {
+    std::size_t count = 0;
+    while (count < text.size() && isPlain(text[count])) {
+        ++count;
+    }
+    out.resize(out.size() + count);
+    char* const to = &out[out.size() - count];
+    for (std::size_t i = 0; i < count; ++i) {
+        to[i] = static_cast<char>(text[i]);
+    }
+    return text.substr(count);
+}
+
+// As UTF-8. Control characters are escaped.
+inline void appendEscaped(std::string& out, std::wstring_view text) {
     std::wstring escaped;
     forEachCharacter(text, [&escaped](std::uint32_t character) {
         if (isControl(character)) {
@@ -34,7 +54,16 @@ inline void appendJsonText(std::string& out, std::wstring_view text) {
     });
     std::string utf8;
     Utf8::fromWString(utf8, escaped);
-    out += '"' + utf8 + '"';
+    out += utf8;
+}
+
+inline void appendJsonText(std::string& out, std::wstring_view text) {
+    out += '"';
+    std::wstring_view const rest = appendPlain(out, text);
+    if (!rest.empty()) {
+        appendEscaped(out, rest);
+    }
+    out += '"';
 }
 
 // The hexadecimal form, and the grouped one under a name of its own.
@@ -45,7 +74,9 @@ inline void appendJsonId(std::string& out, Binary16 const& id) {
         out += digits[id[static_cast<unsigned char>(i)] >> 4];
         out += digits[id[static_cast<unsigned char>(i)] & 0xF];
     }
-    out += "\",\"grouped\":\"" + Convert::toAString(id) + '"';
+    out += "\",\"grouped\":\"";
+    out += Convert::toAString(id);
+    out += '"';
 }
 
 template <typename T>
@@ -104,13 +135,17 @@ inline void appendJsonParam(std::string& out, HLVError::Param const* param) {
         out += "null";
         return;
     }
-    out += "{\"type\":\"" + Convert::toAString(param->getDataType()) + "\",\"value\":";
+    out += "{\"type\":\"";
+    out += Convert::toAString(param->getDataType());
+    out += "\",\"value\":";
     appendJsonValue(out, *param);
     out += '}';
 }
 
 inline void appendJsonError(std::string& out, HLVError const& error) {
-    out += "{\"code\":" + std::to_string(error.getCode()) + ",\"params\":[";
+    out += "{\"code\":";
+    out += std::to_string(error.getCode());
+    out += ",\"params\":[";
     HLVError::Param const* const params[] = {error.getParam0(), error.getParam1(),
                                              error.getParam2()};
     int const count = params[2] != nullptr ? 3 : params[1] != nullptr ? 2 : params[0] != nullptr;
@@ -139,7 +174,9 @@ inline void appendJsonError(std::string& out, HLVError const& error) {
 /// 16-byte value is its hexadecimal form, with the other one as `"grouped"`; a text under an
 /// identifier has that as `"id"` and `"grouped"`. The tag is left out.
 inline std::ostream& writeJson(std::ostream& stream, HLVError const& error) {
-    std::string line = "{\"chain\":[";
+    std::string line;
+    line.reserve(256); // most errors
+    line = "{\"chain\":[";
     for (HLVError const* at = &error; at != nullptr && stream; at = at->getPrecedingError()) {
         line += at == &error ? "" : ",";
         detail::appendJsonError(line, *at);
