@@ -29,6 +29,8 @@ inline void HLVError::List::letGo(std::unique_ptr<HLVError>& error) noexcept {
 
 #if defined(HALVTYPES_LIST_STEPS)
 
+// NOLINTBEGIN(misc-definitions-in-headers): what List.cpp includes it defines
+
 #    if defined(__clang__)
 #        pragma clang diagnostic push
 #        pragma clang diagnostic ignored "-Wgnu-inline-cpp-without-extern"
@@ -87,6 +89,8 @@ HLVError::List::const_iterator::operator--() noexcept {
 #    if defined(__clang__)
 #        pragma clang diagnostic pop
 #    endif
+
+// NOLINTEND(misc-definitions-in-headers)
 
 #endif
 
