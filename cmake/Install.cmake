@@ -7,6 +7,9 @@ set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/HalvTypes)
 install(
     TARGETS HalvTypes
     EXPORT HalvTypesTargets
+    RUNTIME # on Windows
+        DESTINATION ${CMAKE_INSTALL_BINDIR}
+        COMPONENT runtime
     LIBRARY
         DESTINATION ${CMAKE_INSTALL_LIBDIR}
         COMPONENT runtime
@@ -110,6 +113,9 @@ if(HALVTYPES_SHARED)
     # folder's library has such a file beside it.
     set(gdb_loader $<TARGET_FILE_NAME:HalvTypes>-gdb.py)
     set(gdb_library_dir ${CMAKE_INSTALL_LIBDIR})
+    if(WIN32)
+        set(gdb_library_dir ${CMAKE_INSTALL_BINDIR})
+    endif()
     if(NOT IS_ABSOLUTE ${gdb_library_dir})
         set(gdb_library_dir "\${CMAKE_INSTALL_PREFIX}/${gdb_library_dir}")
     endif()

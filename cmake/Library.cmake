@@ -80,7 +80,7 @@ if(HALVTYPES_SHARED)
 else()
     include(${CMAKE_CURRENT_LIST_DIR}/Static.cmake)
 endif()
-if(HALVTYPES_SHARED AND "${CMAKE_SHARED_LINKER_FLAGS}" MATCHES "-static-libstdc\\+\\+")
+if(HALVTYPES_SHARED AND "${CMAKE_SHARED_LINKER_FLAGS}" MATCHES "-static(-libstdc\\+\\+)?( |$)")
     target_sources(HalvTypes PRIVATE Halvora/OwnStandardLibrary.cpp)
 endif()
 add_library(Halvora::HalvTypes ALIAS HalvTypes)
@@ -150,7 +150,10 @@ if(HALVTYPES_HAS_SSE2)
     )
 endif()
 if(WIN32)
-    include(${CMAKE_CURRENT_LIST_DIR}/Windows.cmake)
+    set_target_properties(HalvTypes PROPERTIES PREFIX "") # HalvTypes.dll, libHalvTypes.dll.a
+    # Inline functions are each module's own. The same bytes whenever it is linked.
+    target_compile_options(HalvTypes PRIVATE -fno-keep-inline-dllexport)
+    target_link_options(HalvTypes PRIVATE -Wl,--gc-sections -Wl,--no-insert-timestamp)
 else()
     target_link_options(
         HalvTypes
