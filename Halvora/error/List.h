@@ -135,7 +135,7 @@ private:
     bool standsAtEntry(iterator const& position) const noexcept;
 
     // The list has the error now, or refuses it: then nobody else wants it.
-    static void letGo(std::unique_ptr<HLVError>& error) noexcept;
+    static inline void letGo(std::unique_ptr<HLVError>& error) noexcept;
 
     std::list<HLVError*>* m_entries; // null once moved from, until something is added
     int m_errorCount = 0;
