@@ -196,6 +196,9 @@ need_preset() { # <preset>
                 -DCMAKE_SHARED_LINKER_FLAGS="$link")
             ;;
         sanitize-clang | fuzz) need_clang ;;
+        windows)
+            need x86_64-w64-mingw32-g++-posix:g++-mingw-w64-x86-64-posix /usr/lib/wine/wine64:wine64
+            ;;
         *) [[ -z ${cross[$1]:-} ]] || need_cross "$1" ;;
     esac
 }
