@@ -141,6 +141,20 @@ unpack() {
     )
 }
 
+# unpack_foreign <architecture> <folder> <package>...: the same for another machine, of which the package
+# manager here need not know
+unpack_foreign() {
+    local folder=$2 state=$2.apt
+    mkdir -p "$state/lists/partial" "$state/cache/archives/partial"
+    printf '%s "%s";\n' APT::Architecture "$1" APT::Architectures "$1" \
+        Dir::State::Lists "$state/lists" Dir::State::status /dev/null Dir::Cache "$state/cache" \
+        APT::Sandbox::User "$(id -un)" >"$state/apt.conf"
+    shift 2
+    # A source that lacks the machine does no harm as long as the others have the packages.
+    apt-get -qq -c "$state/apt.conf" update 2>/dev/null || true
+    APT_CONFIG=$state/apt.conf unpack "$folder" "$@"
+}
+
 # What some tests read, compare with or run. They are skipped where it cannot be had.
 want_for_tests() { # <preset>
     local gdb=gdb

@@ -1,85 +1,12 @@
-// What each operation takes on a target, in numbers that are the same on every run. Writes a row
-// for each: its name, the elements it works on, the heap blocks it asks for, the stack it needs in
-// bytes. Around one and two repetitions of it stands a call of the system, by which script/target
-// divides the instructions that the emulator has counted.
-#include <Halvora/Halvora.h>
+// What each operation takes on a target; with the argument `ram`, what each class and an error take
+// of it. Any other argument: the emulator counts.
+#include "Measure.h"
 
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <functional>
-#include <pthread.h>
-#include <sys/syscall.h>
-#include <unistd.h>
+#include <Halvora/Halvora.h>
 
 using namespace Halvora;
 
-static long blocks = 0;
-
-// In place of the C library's own, for the whole program.
-extern "C" void* __libc_malloc(std::size_t size);
-extern "C" void* __libc_realloc(void* block, std::size_t size);
-extern "C" void* malloc(std::size_t size) {
-    ++blocks;
-    return __libc_malloc(size);
-}
-extern "C" void* realloc(void* block, std::size_t size) {
-    ++blocks;
-    return __libc_realloc(block, size);
-}
-
 namespace {
-
-using Operation = std::function<void()>;
-
-void mark() {
-    syscall(SYS_getppid);
-}
-
-// On a stack of its own, which is painted before.
-long stackOf(Operation const& operation) {
-    static unsigned char stack[1 << 18] __attribute__((aligned(4096)));
-    std::memset(stack, 0xA5, sizeof stack);
-    pthread_attr_t attributes;
-    pthread_attr_init(&attributes);
-    pthread_attr_setstack(&attributes, stack, sizeof stack);
-    pthread_t thread;
-    auto const run = [](void* it) -> void* {
-        (*static_cast<Operation const*>(it))();
-        return nullptr;
-    };
-    pthread_create(&thread, &attributes, run, const_cast<Operation*>(&operation));
-    pthread_join(thread, nullptr);
-    long unused = 0;
-    while (stack[unused] == 0xA5) {
-        ++unused;
-    }
-    return static_cast<long>(sizeof stack) - unused;
-}
-
-void measure(char const* name, std::size_t size, Operation const& operation) {
-    static long const ofThread = (stackOf([] {}), stackOf([] {})); // the first also links
-    operation();                                                   // what is reused grows now
-    long const before = blocks;
-    operation();
-    long const taken = blocks - before;
-    mark();
-    operation();
-    mark();
-    operation();
-    operation();
-    mark();
-    long const stack = stackOf(operation) - ofThread;
-    std::printf("%s;%zu;%ld;%ld\n", name, size, taken, stack < 0 ? 0 : stack);
-}
-
-std::string textOf(std::size_t size, std::string const& piece) {
-    std::string text;
-    while (text.size() < size) {
-        text += piece;
-    }
-    return text.erase(size);
-}
 
 void measureTexts(std::size_t size) {
     std::string const narrow = textOf(size, "quick \xE9lan "), ascii = textOf(size, "quick brown "),
@@ -173,9 +100,50 @@ void measureSingles() {
     });
 }
 
+void printRam() {
+    std::pair<char const*, std::size_t> const classes[] = {
+        {"Binary16",                       sizeof(Binary16)                      },
+        {"HLVArray",                       sizeof(HLVArray)                      },
+        {"ArrayView",                      sizeof(ArrayView<int>)                },
+        {"HLVString",                      sizeof(HLVString)                     },
+        {"ResString",                      sizeof(ResString)                     },
+        {"ResString2",                     sizeof(ResString2)                    },
+        {"VarChar",                        sizeof(VarChar)                       },
+        {"CsvReader",                      sizeof(CsvReader)                     },
+        {"HLVError",                       sizeof(HLVError)                      },
+        {"HLVError::Param",                sizeof(HLVError::Param)               },
+        {"HLVError::Holder",               sizeof(HLVError::Holder)              },
+        {"HLVError::List",                 sizeof(HLVError::List)                },
+        {"HLVError::List::iterator",       sizeof(HLVError::List::iterator)      },
+        {"HLVError::List::const_iterator", sizeof(HLVError::List::const_iterator)},
+        {"HLVErrorException",              sizeof(HLVErrorException)             },
+        {"Exception",                      sizeof(Exception)                     },
+        {"Catalogue",                      sizeof(Catalogue)                     },
+        {"CatalogueTranslator",            sizeof(CatalogueTranslator)           },
+        {"KrVersion",                      sizeof(KrVersion)                     },
+    };
+    for (auto const& [name, size] : classes) {
+        std::printf("`%s`;%zu\n", name, size);
+    }
+    // The first ones take what the C library has at hand and counts as taken.
+    std::vector<HLVError::Holder> errors(20);
+    std::size_t before = 0;
+    for (HLVError::Holder& error : errors) {
+        before = mallinfo2().uordblks;
+        error = HLVError::create(-1, 1, 2, 3);
+    }
+    std::printf("an error with three numbers, on the heap;%zu\n",
+                static_cast<std::size_t>(mallinfo2().uordblks) - before);
+}
+
 } // namespace
 
-int main() {
+int main(int count, char** arguments) {
+    if (count > 1 && std::string_view(arguments[1]) == "ram") {
+        printRam();
+        return 0;
+    }
+    isCounted = count > 1;
     for (std::size_t const size : {16u, 256u, 4096u}) {
         measureTexts(size);
         size > 256 ? void() : measureArrays(static_cast<unsigned short>(size));
