@@ -25,8 +25,8 @@ std::string bracketed(std::vector<Text> const& fields) {
 
 TEST(Convert, trimmingSparesTextOfNothingButTheSet) {
     std::string const usual = " \t\r\n";
+    // The text, the set, and what is left when trimmed on the left, on the right, on both sides.
     std::array<std::string, 3> const rows[] = {
-  // on the left, on the right, on both sides
         {"  a b and c  ", usual,  "[a b and c  ][  a b and c][a b and c]"},
         {"\t\va\n",       usual,  "[\va\n][\t\va][\va]"                  }, // not in the set
         {" \t\r\n",       usual,  "[ \t\r\n][ \t\r\n][ \t\r\n]"          },
@@ -54,6 +54,7 @@ TEST(Convert, trimmingSparesTextOfNothingButTheSet) {
 }
 
 TEST(Convert, splittingByExample) {
+    // The text, and what split() and splitQuoted() make of it.
     std::array<std::string, 3> const rows[] = {
         {"",                  "",                      ""                   },
         {",a",                "[][a]",                 "[][a]"              },

@@ -44,6 +44,7 @@ void expectEquality(bool expected, Left const& left, Right const& right) {
 
 TEST(ResString2, equalityIsStricterThanThatOfTwoResStrings) {
     std::wstring const whole(1000, L'x'), changed = whole.substr(1) + L"y";
+    // Two identified texts, and whether they are equal as ResString2 and as ResString.
     std::tuple<Binary16, std::wstring, Binary16, std::wstring, bool, bool> const rows[] = {
         {id, L"a",  id,          L"b",              true,  true }, // the same text resource
         {id, L"a",  Binary16(9), L"a",              false, false},

@@ -31,7 +31,7 @@ struct Number : Binary16 {
     operator int() const { return 5; }
 };
 
-// Of the constant: in a buffer with just the room for it; with less nothing is touched.
+// The constant's text in a buffer with just the room for it; one with less is not touched.
 template <typename Char>
 void expectInBuffer(std::string const& expected,
                     std::size_t (Binary16::*put)(Char*, std::size_t) const noexcept) {
@@ -57,7 +57,7 @@ TEST(Binary16, showsItsBytesInTwoForms) {
         std::ostringstream stream;
         std::wostringstream wide;
         stream << std::setw(36) << std::left << value << '|';
-        stream << Number() << (std::ostringstream() << value).good();
+        stream << Number() << (std::ostringstream() << value).good(); // also a temporary
         wide << value;
         EXPECT_EQ(hexadecimal + "  |51", stream.str());
         EXPECT_EQ(Convert::toWString(hexadecimal), wide.str());

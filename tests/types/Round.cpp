@@ -20,6 +20,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 TEST(Round, convertsHalvesAwayFromZeroAndRoundsThemUpward) {
+    // The value, the digits, and what convert() and round() make of them.
     std::tuple<double, int, int, double> const rows[] = {
         {2.5,                 0,   3,       3                  },
         {-2.5,                0,   -3,      -2                 },
