@@ -97,7 +97,7 @@ TEST(ResString, packedFormsLieAnywhereAndMayOverlapTheirSlots) {
 }
 
 TEST(ResString, eachAssignmentReplacesTheTextOrTheIdentifier) {
-    for (unsigned round = 0; round < 2000; ++round) {
+    for (unsigned round = 0; round < 2000 && !HasFailure(); ++round) {
         std::wstring const any = anyText(draw(4) == 0 ? 120 + draw(20) : draw(20));
         HLVString const units = unitsOf(any);
         std::wstring const kept = Convert::toWString(units).substr(0, 128);
