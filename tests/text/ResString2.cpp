@@ -106,11 +106,11 @@ TEST(ResString2, goesThroughItsInterfaceAndFailedAssignmentLeavesIt) {
     auto const act = [](ResString2& text) {
         std::unique_ptr<ITranslatable> const copy =
             std::make_unique<ResString2>(id, std::wstring(1000, L'x').c_str());
-        text = dynamic_cast<ResString2&>(*copy);
+        text = ResString2(dynamic_cast<ResString2&>(*copy));
         EXPECT_EQ(ResString2(id, ""), text);
     };
     auto const check = [&](ResString2& text) { EXPECT_EQ(setup(), text = std::as_const(text)); };
-    EXPECT_EQ(4, failEachAllocation(setup, act, check));
+    EXPECT_EQ(5, failEachAllocation(setup, act, check));
 }
 
 } // namespace
