@@ -58,6 +58,7 @@ void expectDescribed(std::wstring const& text, Holder const& error,
                      ITranslator const& asked = translator) {
     std::wostringstream wide;
     std::ostringstream narrow;
+    wide.width(40), narrow.width(40); // for one insertion, not for a line among others
     describe(wide, *error.getError(), asked) << L'.';
     describe(narrow, *error.getError(), asked) << '.';
     std::string bytes;
@@ -66,13 +67,13 @@ void expectDescribed(std::wstring const& text, Holder const& error,
     EXPECT_EQ(bytes, narrow.str());
 }
 
-// Translates identified texts, and answers nothing else.
+// Translates identified texts, and answers nothing else: null or an empty name.
 struct Shouting : ResString::DummyTranslator {
     void getTranslation(std::wostream& stream, ResString const& text) const override {
         stream << text.wstr() << L"!";
     }
     ResString* getErrorDescription(int) const override { return nullptr; }
-    wchar_t* getErrorName(int) const override { return nullptr; }
+    wchar_t* getErrorName(int code) const override { return code < 0 ? nullptr : new wchar_t[1](); }
 };
 
 TEST(Describe, writesNamesSentencesAndParametersForPeople) {
@@ -83,9 +84,10 @@ TEST(Describe, writesNamesSentencesAndParametersForPeople) {
                     chain);
     expectDescribed(L"least (-2147483648)\n", HLVError::create(valves[1].code));
     ResString const identified(Binary16(5), std::wstring(L"S\u00FCd"));
-    expectDescribed(L"Error 1\n  P1: S\u00FCd!\n  P2: \U0001F600\uFFFD     |\uFFFD\n",
-                    HLVError::create(1, identified, L"\xD83D\xDE00\xD83D \x1B\n\x7F\x9B|\xDC00"),
-                    Shouting());
+    Holder shouted = HLVError::create(-1);
+    shouted.prepend(1, identified, L"\xD83D\xDE00\xD83D \x1B\n\x7F\x9B|\xDC00");
+    expectDescribed(L"Error 1\n  P1: S\u00FCd!\n  P2: \U0001F600\uFFFD     |\uFFFD\nError -1\n",
+                    shouted, Shouting());
 }
 
 } // namespace
