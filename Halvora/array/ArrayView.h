@@ -75,8 +75,10 @@ namespace detail {
 template <typename T>
 constexpr bool holds(eDataType type) noexcept {
     bool same = false;
-    ElementTypes::visit(type, [&](auto row) {
-        same = std::is_same_v<WithoutLong<T>, typename decltype(row)::Value>;
+    // By reference, or GCC notes on ARM that GCC 6 passed such rows otherwise.
+    ElementTypes::visit(type, [&](auto const& row) {
+        using Row = std::decay_t<decltype(row)>;
+        same = std::is_same_v<WithoutLong<T>, typename Row::Value>;
     });
     return same;
 }

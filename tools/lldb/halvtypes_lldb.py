@@ -163,10 +163,12 @@ def show(debugger, command, context, result, _internal):
     The class is named as in C++, the address any expression: halvtypes HLVArray $r0"""
     name, _, address = command.strip().partition(" ")
     scope = context.GetFrame() or context.GetTarget()
-    value = scope.EvaluateExpression(address or "0")
+    value = scope.EvaluateExpression(address)
     view = layouts.View(Machine(context.GetTarget()), name, value.GetValueAsUnsigned())
-    if not view.is_known or value.GetError().Fail():
+    if not view.is_known or not address.strip():
         result.SetError("halvtypes CLASS ADDRESS, with one of " + ", ".join(layouts.CLASSES))
+    elif value.GetError().Fail():
+        result.SetError("halvtypes CLASS ADDRESS: %s" % value.GetError())
     else:
         result.AppendMessage(view.line())
 
