@@ -97,20 +97,31 @@ void addCopies(std::string const& name, char const* who, std::vector<T> const& v
     add(name, values.size(), who, [append] { benchmark::DoNotOptimize(append().get()); });
 }
 
-// What exact storage costs at least: a call of realloc whenever the allocator's block is full.
+// What exact storage costs at least: a call of realloc whenever the allocator's block is full. The
+// append itself is a call too, as that into a library is.
+template <typename T>
+struct Exact {
+    std::unique_ptr<T[], decltype(&std::free)> all{nullptr, std::free};
+    std::size_t count = 0;
+    std::size_t room = 0;
+
+    [[gnu::noinline]] void append(T value) {
+        if (count == room) {
+            all.reset(static_cast<T*>(std::realloc(all.release(), (count + 1) * sizeof(T))));
+            room = malloc_usable_size(all.get()) / sizeof(T);
+        }
+        all[count++] = value;
+    }
+};
+
 template <typename T>
 void addReallocs(std::string const& name, std::vector<T> const& values) {
     auto const append = [values] {
-        std::unique_ptr<T[], decltype(&std::free)> all(nullptr, std::free);
-        std::size_t room = 0;
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            if (i == room) {
-                all.reset(static_cast<T*>(std::realloc(all.release(), (i + 1) * sizeof(T))));
-                room = malloc_usable_size(all.get()) / sizeof(T);
-            }
-            all[i] = values[i];
+        Exact<T> exact;
+        for (T const value : values) {
+            exact.append(value);
         }
-        return all;
+        return std::move(exact.all);
     };
     stopUnless(std::equal(values.begin(), values.end(), append().get()), name + " by realloc");
     add(name, values.size(), "bare realloc",
