@@ -139,9 +139,11 @@ set(text [=[\u202e\u061c\u2069\u200e\u2028]=])
 expect(0 "offset 0 (0x0): raw, 12 bytes\n  text  \"${text}\"\n  units 5\n" "^$" --kind raw direction)
 expect(0 "{\"offset\":0,\"kind\":\"raw\",\"size\":12,\"length\":5,\"text\":\"${text}\"}\n" "^$"
     --kind raw --json direction)
-string(ASCII 27 226 128 174 194 155 steering)
-expect(1 "" "\n  file:  \\\\u202e \nmissing" --kind raw "${steering}")
-expect(1 "" "\"\\\\u001b\\\\u202e\\\\u009b\"" --kind raw --json "${steering}")
+if(NOT PROGRAM MATCHES "wine") # whose programs take arguments in a code page without them
+    string(ASCII 27 226 128 174 194 155 steering)
+    expect(1 "" "\n  file:  \\\\u202e \nmissing" --kind raw "${steering}")
+    expect(1 "" "\"\\\\u001b\\\\u202e\\\\u009b\"" --kind raw --json "${steering}")
+endif()
 
 # A default slot has room for the longest text. Records that lie across many blocks of the file.
 string(REPEAT "2E 00 " 510 dots)
