@@ -273,8 +273,8 @@ void addErrors(py::module_& module) {
             "The error that this one wraps, or None.")
         .def(
             "getBaseError",
-            [](Error const& self) { return part(self, self.error->getBaseError()); },
-            "The end of the chain.")
+            [](Error const& self) { return Error{Shared(self.error, self.error->getBaseError())}; },
+            "The end of the chain, which is this error itself when it wraps none.")
         .def(
             "getByCode",
             [](Error const& self, int code) { return part(self, self.error->getByCode(code)); },

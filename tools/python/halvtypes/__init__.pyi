@@ -353,8 +353,8 @@ class HLVError:
         """The three parameters; an absent one is None."""
     def getPrecedingError(self) -> HLVError | None:
         """The error that this one wraps, or None."""
-    def getBaseError(self) -> HLVError | None:
-        """The end of the chain."""
+    def getBaseError(self) -> HLVError:
+        """The end of the chain, which is this error itself when it wraps none."""
     def getByCode(self, code: int) -> HLVError | None:
         """The first error of the chain with the code, or None."""
     def isError(self) -> bool:
