@@ -13,7 +13,7 @@
 
 namespace Halvora::test {
 
-// A chain as it has to be: its newest error, and the codes from it down.
+// A chain as it has to be: its newest error, and the codes from it down, those with a tag marked.
 struct ModelChain {
     HLVError const* head = nullptr;
     std::string codes = {};
@@ -29,7 +29,7 @@ inline ModelChain chainOf(HLVError const* error) {
     ModelChain chain{error};
     HLVError const *base = error, *two = nullptr; // the first of that code
     for (auto const* at = error; at != nullptr; at = at->getPrecedingError()) {
-        chain.codes += ' ' + std::to_string(at->getCode());
+        chain.codes += ' ' + std::to_string(at->getCode()) + (at->getTag() != nullptr ? "t" : "");
         base = at;
         two = two == nullptr && at->getCode() == 2 ? at : two;
     }
@@ -92,12 +92,12 @@ private:
         #call, [&] { call; }, [&] { model; })
         // clang-format off
         void take() {
-            switch (pick(H.codes.size() > 15 ? 1 : 27)) {
+            switch (pick(H.codes.size() > 15 ? 1 : 28)) {
             case 0: return DO(h.setError(HLVError::create(code, "text")), (H = {}, grow()));
             case 1: return DO(h.prepend(code, std::wstring(9, L'w'), 7), grow());
             case 2: return DO(h.prependError(code, new Param(7)), grow());
             case 3: return DO(h.prependError(code, nullptr, new Param(7)), grow());
-            case 4: return DO(h.prependError(code, this, nullptr, nullptr, new Param(7)), grow());
+            case 4: return DO(h.prependError(code, this, nullptr, nullptr, new Param(7)), grow("t"));
             case 5: return DO(h.copy(g), copy());
             case 6: return DO(g = std::as_const(h), copy());
             case 7: return DO(g = Holder(h), copy());
@@ -119,6 +119,7 @@ private:
             case 23: return DO(l.replace(position(), h), replace(at < L.size() ? taken() : H));
             case 24: return DO(l.replace(position(), Lent(h)), replace(at < L.size() ? taken() : H));
             case 25: return DO(l.clear(), L.clear());
+            case 26: return DO(h.setError(h.getError()), void());
             default: return DO(l.replace(position(), *position()), void()); // by itself
             }
         }
@@ -133,8 +134,8 @@ private:
             return &L != &K ? std::exchange(K, {}) : std::vector<ModelChain>();
         }
 
-        void grow() {
-            H = {h.getError(), ' ' + std::to_string(code) + H.codes};
+        void grow(char const* tag = "") {
+            H = {h.getError(), ' ' + std::to_string(code) + tag + H.codes};
         }
         void copy() {
             program.expect("A copy", H.head != nullptr, g.getError() != H.head);
