@@ -186,11 +186,11 @@ int HLVArray::_add(void const* value, eDataType type, unsigned int width) {
     if (!Core::hasWidth(type, width)) {
         return ERR_WRONG_TYPE;
     }
-    int const code = Core::appendRefusal(*this, value, type);
-    if (code != 0) {
-        return code;
+    int const code = Core::appendRefusal(*this, 1, type);
+    if (code != 0 || value == nullptr) {
+        return code != 0 ? code : ERR_NULL_POINTER;
     }
-    if (Core::hasRoom(*this, width)) {
+    if (!Core::needsMemory(*this, width)) {
         std::memcpy(Core::bytesOf(*this) + m_byteSize, value, width);
         m_byteSize += width;
         ++m_count;

@@ -46,12 +46,6 @@ struct __attribute__((visibility("hidden"))) HLVArray::Core {
         return array.m_count + count > maxCount ? ERR_OUT_OF_RANGE : 0;
     }
 
-    // The same of one element, which lies at `value`.
-    static int appendRefusal(HLVArray const& array, void const* value, eDataType type) noexcept {
-        int const code = appendRefusal(array, 1, type);
-        return code == 0 && value == nullptr ? ERR_NULL_POINTER : code;
-    }
-
     // storage
 
     // The array's storage as an owner of its own. When this ends, the array owns what it then owns.
@@ -90,24 +84,28 @@ struct __attribute__((visibility("hidden"))) HLVArray::Core {
 
     // appends
 
-    // Whether another element fits into the storage as it is, and would into no less.
-    static bool hasRoom(HLVArray const& array, std::size_t width) noexcept {
+    // Whether the storage as it is has no room for another element, or would have for less.
+    static bool needsMemory(HLVArray const& array, std::size_t width) noexcept {
         std::size_t const size = array.m_byteSize;
-        return array.m_data != nullptr && !array.m_mayHoldMore &&
-               detail::RawBlock::isAlike(size, size + width);
+        return array.m_data == nullptr || array.m_mayHoldMore ||
+               !detail::RawBlock::isAlike(size, size + width);
     }
 
     // The width is a constant, so that a copy is a single move.
     template <unsigned int Width>
     static int append(HLVArray& array, void const* value, eDataType type) {
-        int const code = appendRefusal(array, value, type);
+        int const code = appendRefusal(array, 1, type);
         if (code != 0) {
             return code;
         }
-        if (!hasRoom(array, Width)) {
+        if (value == nullptr) {
+            return ERR_NULL_POINTER;
+        }
+        std::size_t const size = array.m_byteSize;
+        if (needsMemory(array, Width)) {
             return appendFallback<Width>(array, value, type);
         }
-        std::memcpy(bytesOf(array) + array.m_byteSize, value, Width);
+        std::memcpy(bytesOf(array) + size, value, Width);
         array.m_byteSize += Width;
         ++array.m_count;
         return 0;
