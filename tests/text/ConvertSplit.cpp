@@ -122,7 +122,7 @@ TEST(Convert, tokensEndWhereAFurtherCharacterFollowsTheDelimiter) {
         {",a,,b",    ",",     "[][a][][b]"},
         {"a,b,",     ",",     "[a][b,]"   },
         {",,",       ",",     "[][,]"     },
-        {"a---b",    "--",    "[a][-b]"   },
+        {"a---b--",  "--",    "[a][-b--]" },
         {"",         ",",     "[]"        },
         {"a,b",      "",      "[a,b]"     },
         {"a,b",      nullptr, "[a,b]"     },
