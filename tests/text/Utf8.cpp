@@ -62,6 +62,7 @@ TEST(Utf8, textsOfAllKindsAndLengths) {
             ASSERT_TRUE(out.encodes(units)) << testing::PrintToString(units);
         }
     }
+    EXPECT_TRUE(out.decodes({})) << "of another length before";
 }
 
 TEST(Utf8, oneAllocationAndNoneWithCapacity) {
