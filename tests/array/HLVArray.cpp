@@ -130,6 +130,7 @@ TEST(HLVArray, aFullArrayRefusesToGrowAndAnyArrayAForeignWidth) {
             int const code = row.isText || width != w ? ERR_WRONG_TYPE : 0;
             Array a;
             a.init(3, row.type);
+            EXPECT_EQ(code, Array()._add(&v, row.type, width));
             EXPECT_EQ(3 * code, a._add(&v, row.type, width) + a._setIndex(1, &v, row.type, width) +
                                     a._setRange(2, 1, &v, row.type, width));
             Seeds const seeds = code == 0 ? Seeds{0, 7, 7, 7} : Seeds(3);
