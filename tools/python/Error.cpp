@@ -224,8 +224,7 @@ Error entryAt(List const& list, long long index) {
 }
 
 py::object entriesAt(List const& list, py::slice const& slice) {
-    return py::reinterpret_steal<py::list>(
-        PyObject_GetItem(py::cast(entries(list)).ptr(), slice.ptr()));
+    return py::cast(entries(list))[slice];
 }
 
 void addList(py::object const& scope) {
