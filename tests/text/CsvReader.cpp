@@ -25,7 +25,7 @@ TEST(CsvReader, rules) {
         {unlimited, "a\nb\r\nc\rd\n\re",               "1+1: a\n2+1: b\n3+1: c\n4+1: d\n6+1: e\n"      },
         {unlimited, "\n\r\n\r \n",                     "4+1:  \n"                                      },
         {unlimited, "\"a,b\",\"c\"\"d\"\"\",\"\"\"\"", "1+1: a,b|c\"d\"|\"\n"                          },
-        {unlimited, "\"a\nb\r\nc\rd\"\ne,\"\"",        "1+4: a\nb\r\nc\rd\n5+1: e|\n"                  },
+        {unlimited, "\"a\nb\r\nc\rd\",\"\"\ne,\"\"",   "1+4: a\nb\r\nc\rd|\n5+1: e|\n"                 },
         {unlimited, "\xEF\xBB\xBF\"a\"\n\xEF\xBB\xBF", "1+1: a\n2+1: \xEF\xBB\xBF\n"                   },
         {unlimited, "\xEF\xBBx\n",                     "1+1: \xEF\xBBx\n"                              },
         {unlimited, "a,b\"c,\"d\ne\"\nf",              "1+1: 0 at 1:4\n2+1: 0 at 2:2\n3+1: f\n"        },
@@ -40,6 +40,10 @@ TEST(CsvReader, rules) {
     }
     std::vector<std::string> fields;
     EXPECT_FALSE(CsvReader(nullptr).next(fields) || CsvReader(std::string_view()).next(fields));
+    CsvReader reader("1\n12345\n6");
+    EXPECT_TRUE(reader.next(fields));
+    reader.setMaxRecordLength(4);
+    EXPECT_TRUE(reader.next(fields) && fields[0] == "6"); // the limit holds from here on
 }
 
 TEST(CsvReader, anyTextIsReadAlikeFromEverySource) {
