@@ -37,14 +37,14 @@ inline constexpr std::string_view groupedForm = "DDCCBBAA-FFEE-HHGG-IIJJ-KKLLMMN
 
 inline constexpr unsigned int noDigit = 16;
 
-// Without a branch: no processor foresees which digits are letters.
+// Chooses without a branch: no processor foresees whether a digit or a letter comes.
 template <typename Char>
 constexpr unsigned int digitValue(Char c) noexcept {
-    unsigned int const digit = static_cast<unsigned int>(c) - '0';
-    unsigned int const letter = (static_cast<unsigned int>(c) | 0x20u) - 'a'; // of either case
-    unsigned int const isDigit = digit < 10 ? 1 : 0;
-    unsigned int const isLetter = letter < 6 ? 1 : 0;
-    return noDigit + isDigit * (digit - noDigit) + isLetter * (letter + 10 - noDigit);
+    unsigned int const code = static_cast<unsigned int>(c);
+    unsigned int const digit = code - '0';
+    unsigned int const letter = (code | 0x20u) - 'a'; // of either case
+    unsigned int const value = digit < 10 ? digit : letter + 10;
+    return digit < 10 || letter < 6 ? value : noDigit;
 }
 
 template <typename Char>
