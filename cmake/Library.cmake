@@ -123,7 +123,11 @@ target_compile_options(
 # that take their arguments in another way, and the sources that no one waits for in the size they can
 # have.
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "^arm" AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
-    target_compile_options(HalvTypes PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-inline-functions;-fno-align-functions;-fno-ipa-sra>)
+    target_compile_options(
+        HalvTypes
+        PRIVATE
+            "$<$<CXX_COMPILER_ID:GNU>:-fno-inline-functions;-fno-align-functions;-fno-ipa-sra>"
+    )
     set_property(
         SOURCE
             Halvora/array/HLVArrayCreate.cpp
@@ -170,9 +174,13 @@ halvtypes_warnings(HalvTypes)
 
 # GCC's protection against stacks that clash is, on 32-bit ARM, a store into every frame. The next call
 # makes one anyway, which is enough as long as no frame is as large as a page, 4,096 bytes, or of a
-# length that is found out by running: with this option the compiler holds that instead.
-option(HALVTYPES_LIMIT_FRAMES "32-bit ARM, GCC: refuse large frames instead of probing each" OFF)
-if(HALVTYPES_LIMIT_FRAMES AND NOT sanitizes)
+# length that is found out by running. That the compiler holds here instead.
+set(limits_frames OFF)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^arm" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    set(limits_frames ON)
+endif()
+option(HALVTYPES_LIMIT_FRAMES "Refuse large stack frames instead of probing each" ${limits_frames})
+if(HALVTYPES_LIMIT_FRAMES AND HALVTYPES_HARDENING AND NOT sanitizes)
     target_compile_options(
         HalvTypes
         PRIVATE -fno-stack-clash-protection -Werror=stack-usage=2048
