@@ -34,9 +34,11 @@ static_assert(readers<char const (&)[9]> + readers<wchar_t*> + readers<wchar_t (
 // A view is never converted where nobody asks for it, and nothing else is taken for one.
 struct ToView {
     operator std::wstring_view() const;
+    operator std::string_view() const;
 };
 static_assert(!std::is_convertible_v<std::wstring_view, ResString> &&
-              !std::is_constructible_v<ResString, ToView>);
+              !std::is_constructible_v<ResString, ToView> &&
+              !std::is_constructible_v<VarChar, ToView>);
 
 std::string const idBytes = "0123456789abcdef";
 Binary16 const id(idBytes.data(), 16);
