@@ -13,7 +13,7 @@ struct ArrayProgram {
     std::function<unsigned int(unsigned int)> pick; // any number below the given one
     std::function<void(long)> fail;                 // the n-th allocation from now on; 0: none
     Array arrays[3] = {};
-    ArrayModel models[3] = {};
+    std::vector<ArrayModel> models = std::vector<ArrayModel>(3);
     std::string steps = "\n"; // a line each
     std::string complaint = {};
     long failures = 0; // of allocations, in every second step
