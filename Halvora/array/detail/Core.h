@@ -98,9 +98,6 @@ struct __attribute__((visibility("hidden"))) HLVArray::Core {
         if (code != 0) {
             return code;
         }
-        if (value == nullptr) {
-            return ERR_NULL_POINTER;
-        }
         std::size_t const size = array.m_byteSize;
         if (needsMemory(array, Width)) {
             return appendFallback<Width>(array, value, type);
