@@ -12,5 +12,8 @@ WINEDLLOVERRIDES=mscoree,mshtml= # of which the first run would ask to fetch mor
 export WINEPREFIX WINEPATH WINEDEBUG WINEDLLOVERRIDES
 shift
 [ -e "$WINEPREFIX" ] || /usr/lib/wine/wine64 wineboot --init >/dev/null 2>&1
-/usr/lib/wine/wineserver64 -p60 2>/dev/null # fails where it waits already
+# Fails where it waits already. What it starts beside the first program would hold that one's output.
+if /usr/lib/wine/wineserver64 -p60 >/dev/null 2>&1; then
+    /usr/lib/wine/wine64 cmd /c exit </dev/null >/dev/null 2>&1
+fi
 exec /usr/lib/wine/wine64 "$@"
