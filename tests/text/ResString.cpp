@@ -12,18 +12,25 @@ namespace Halvora::test {
 namespace {
 
 // How many functions read this as a packed or raw form; texts are refused by all.
-#define READS(...) [](auto&& form) -> decltype(void(__VA_ARGS__)) {}
-template <typename Form, typename... Calls>
-constexpr int accepting(Calls...) {
-    return (std::is_invocable_v<Calls, Form> + ...);
-}
+#define READS(name, ...)                      \
+    template <typename Form, typename = void> \
+    constexpr int name = 0;                   \
+    template <typename Form>                  \
+    constexpr int name<Form, decltype(void(__VA_ARGS__))> = 1
+READS(setsText, ResString().set(std::declval<Form>()));
+READS(setsSlot, ResString::set(std::declval<Form>(), 1, nullptr));
+READS(hasSize, ResString::size(std::declval<Form>()));
+READS(hasSizeWithin, ResString::sizeWithin(std::declval<Form>(), 1));
+READS(hasRawSize, VarChar::size(std::declval<Form>()));
+READS(hasRawSizeWithin, VarChar::sizeWithin(std::declval<Form>(), 1));
+READS(setsRaw, VarChar::set(std::declval<Form>(), std::declval<VarChar&>()));
+READS(setsWide, VarChar::set(std::declval<Form>(), std::declval<std::wstring&>(),
+                             std::declval<unsigned short&>()));
+READS(equals, VarChar::equal(std::declval<Form>(), L"", 0));
 template <typename Form>
-constexpr int readers = accepting<Form>(
-    READS(ResString().set(form)), READS(ResString::set(form, 1, nullptr)),
-    READS(ResString::size(form)), READS(ResString::sizeWithin(form, 1)), READS(VarChar::size(form)),
-    READS(VarChar::sizeWithin(form, 1)), READS(VarChar::set(form, std::declval<VarChar&>())),
-    READS(VarChar::set(form, std::declval<std::wstring&>(), std::declval<unsigned short&>())),
-    READS(VarChar::equal(form, L"", 0)));
+constexpr int readers =
+    setsText<Form> + setsSlot<Form> + hasSize<Form> + hasSizeWithin<Form> + hasRawSize<Form> +
+    hasRawSizeWithin<Form> + setsRaw<Form> + setsWide<Form> + equals<Form>;
 static_assert(readers<char (&)[9]> == 9 && readers<char const*> == 9 &&
               readers<unsigned char const (&)[9]> == 9 && readers<std::nullptr_t> == 9);
 static_assert(readers<char const (&)[9]> + readers<wchar_t*> + readers<wchar_t (&)[9]> +
