@@ -190,10 +190,7 @@ int HLVArray::_add(void const* value, eDataType type, unsigned int width) {
     if (code != 0 || value == nullptr) {
         return code != 0 ? code : ERR_NULL_POINTER;
     }
-    if (!Core::needsMemory(*this, width)) {
-        std::memcpy(Core::bytesOf(*this) + m_byteSize, value, width);
-        m_byteSize += width;
-        ++m_count;
+    if (Core::appendInPlace(*this, value, width)) {
         return 0;
     }
     switch (width) {

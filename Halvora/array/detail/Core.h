@@ -84,28 +84,27 @@ struct __attribute__((visibility("hidden"))) HLVArray::Core {
 
     // appends
 
-    // Whether the storage as it is has no room for another element, or would have for less.
-    static bool needsMemory(HLVArray const& array, std::size_t width) noexcept {
+    // Appends where the storage has room, and would not have it for less; else false.
+    static bool appendInPlace(HLVArray& array, void const* value, std::size_t width) noexcept {
         std::size_t const size = array.m_byteSize;
-        return array.m_data == nullptr || array.m_mayHoldMore ||
-               !detail::RawBlock::isAlike(size, size + width);
+        if (array.m_data == nullptr || array.m_mayHoldMore ||
+            !detail::RawBlock::isAlike(size, size + width)) {
+            return false;
+        }
+        std::memcpy(bytesOf(array) + size, value, width);
+        array.m_byteSize += static_cast<unsigned int>(width);
+        ++array.m_count;
+        return true;
     }
 
     // The width is a constant, so that a copy is a single move.
     template <unsigned int Width>
     static int append(HLVArray& array, void const* value, eDataType type) {
         int const code = appendRefusal(array, 1, type);
-        if (code != 0) {
+        if (code != 0 || appendInPlace(array, value, Width)) {
             return code;
         }
-        std::size_t const size = array.m_byteSize;
-        if (needsMemory(array, Width)) {
-            return appendFallback<Width>(array, value, type);
-        }
-        std::memcpy(bytesOf(array) + size, value, Width);
-        array.m_byteSize += Width;
-        ++array.m_count;
-        return 0;
+        return appendFallback<Width>(array, value, type);
     }
 
     // The append that asks for memory. Not inline, so that the other needs no stack frame.
