@@ -5,6 +5,7 @@
 #include <Halvora/text/Convert.h>
 #include <Halvora/text/Utf8.h>
 #include <Halvora/types/Binary16.h>
+#include <Halvora/types/ElementTypes.h>
 #include <Halvora/types/HalvTypes.h>
 
 #include <charconv>
@@ -14,6 +15,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace Halvora {
 
@@ -79,18 +81,13 @@ inline void appendJsonId(std::string& out, Binary16 const& id) {
     out += '"';
 }
 
-template <typename T>
-void appendJsonInteger(std::string& out, HLVError::Param const& param) {
-    T value{};
-    param.getValue(value);
-    out += std::to_string(value);
+inline void appendJsonNumber(std::string& out, bool value) {
+    out += value ? "true" : "false";
 }
 
 // The shortest number that reads back with the same bits, always with a point or an exponent.
 template <typename T>
-void appendJsonReal(std::string& out, HLVError::Param const& param) {
-    T value{};
-    param.getValue(value);
+void appendJsonReal(std::string& out, T value) {
     char digits[32];
     std::string_view const number(
         digits,
@@ -105,28 +102,32 @@ void appendJsonReal(std::string& out, HLVError::Param const& param) {
     out += number.find_first_of(".e") == std::string_view::npos ? ".0" : "";
 }
 
+template <typename T>
+void appendJsonNumber(std::string& out, T value) {
+    if constexpr (std::is_floating_point_v<T>) {
+        appendJsonReal(out, value);
+    } else {
+        out += std::to_string(value);
+    }
+}
+
 inline void appendJsonValue(std::string& out, HLVError::Param const& param) {
-    switch (param.getDataType()) {
-    case DT_BOOL: out += param.getData()[0] != 0 ? "true" : "false"; break;
-    case DT_BYTE: appendJsonInteger<unsigned char>(out, param); break;
-    case DT_INT16: appendJsonInteger<short>(out, param); break;
-    case DT_INT32: appendJsonInteger<int>(out, param); break;
-    case DT_INT64: appendJsonInteger<long long>(out, param); break;
-    case DT_UINT16: appendJsonInteger<unsigned short>(out, param); break;
-    case DT_UINT32: appendJsonInteger<unsigned int>(out, param); break;
-    case DT_UINT64:
-    case DT_TICK: appendJsonInteger<unsigned long long>(out, param); break;
-    case DT_FLOAT: appendJsonReal<float>(out, param); break;
-    case DT_DOUBLE: appendJsonReal<double>(out, param); break;
-    case DT_STRING: appendJsonText(out, param.getDataString()); break;
-    case DT_ID:
-    case DT_BINARY16: appendJsonId(out, param.getData()); break;
-    case DT_STRINGRES:
-        appendJsonText(out, param.getDataString());
+    bool const hasValue = ElementTypes::visit(param.getDataType(), [&](auto const& row) {
+        using Row = std::decay_t<decltype(row)>;
+        if constexpr (Row::isText) {
+            appendJsonText(out, param.getDataString());
+        } else if constexpr (std::is_same_v<typename Row::Value, Binary16>) {
+            appendJsonId(out, param.getData());
+        } else {
+            typename Row::Value value{};
+            param.getValue(value);
+            appendJsonNumber(out, value);
+        }
+    });
+    out += hasValue ? "" : "null";
+    if (param.getDataType() == DT_STRINGRES) {
         out += ",\"id\":";
         appendJsonId(out, param.getData());
-        break;
-    case DT_VOID: out += "null"; break;
     }
 }
 

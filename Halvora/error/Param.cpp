@@ -4,11 +4,13 @@
 #include <ostream>
 #include <stdexcept>
 #include <string_view>
+#include <type_traits>
 
 #include <Halvora/error/detail/Literal.h>
 #include <Halvora/text/Convert.h>
 #include <Halvora/text/ResString.h>
 #include <Halvora/text/detail/Encoding.h>
+#include <Halvora/types/ElementTypes.h>
 
 namespace Halvora {
 
@@ -44,12 +46,46 @@ void writeText(std::ostream& stream, std::wstring const& text) {
     } while (at < text.size() && stream.good());
 }
 
-void writeGrouped(std::ostream& stream, Binary16 const& value) {
-    stream << Convert::toAString(value);
+std::string grouped(std::ostream const&, Binary16 const& value) {
+    return Convert::toAString(value);
 }
 
-void writeGrouped(std::wostream& stream, Binary16 const& value) {
-    stream << Convert::toWString(value);
+std::wstring grouped(std::wostream const&, Binary16 const& value) {
+    return Convert::toWString(value);
+}
+
+template <typename Stream, typename T>
+void writeNumber(Stream& stream, T value) {
+    stream << value;
+}
+
+template <typename Stream>
+void writeNumber(Stream& stream, unsigned char value) {
+    stream << static_cast<int>(value);
+}
+
+template <typename Stream>
+void writeId(Stream& stream, Binary16 const& value) {
+    value.write(stream);
+    stream << detail::literal<typename Stream::char_type>("/", L"/") << grouped(stream, value);
+}
+
+// Not once for the member and once for the free operator.
+template <typename Stream>
+[[gnu::noinline]] Stream& write(Stream& stream, HLVError::Param const& param) {
+    ElementTypes::visit(param.getDataType(), [&](auto const& row) {
+        using Row = std::decay_t<decltype(row)>;
+        if constexpr (Row::isText) {
+            writeText(stream, param.getDataString());
+        } else if constexpr (std::is_same_v<typename Row::Value, Binary16>) {
+            writeId(stream, param.getData());
+        } else {
+            typename Row::Value value{};
+            param.getValue(value);
+            writeNumber(stream, value);
+        }
+    });
+    return stream;
 }
 
 Binary16 byteOf(unsigned char value) noexcept {
@@ -108,48 +144,12 @@ HLVError::Param::Param(HLVString const& text)
 HLVError::Param::Param(Param const& other) = default;
 HLVError::Param::~Param() = default;
 
-template <typename Stored, typename Written, typename Stream>
-Stream& HLVError::Param::writeNumber(Stream& stream) const {
-    Stored value{};
-    m_data.get(value);
-    stream << static_cast<Written>(value);
-    return stream;
-}
-
-template <typename Stream>
-Stream& HLVError::Param::write(Stream& stream) const {
-    using Char = typename Stream::char_type;
-    switch (m_type) {
-    case DT_BOOL: return writeNumber<bool>(stream);
-    case DT_BYTE: return writeNumber<unsigned char, int>(stream);
-    case DT_INT16: return writeNumber<short>(stream);
-    case DT_INT32: return writeNumber<int>(stream);
-    case DT_INT64: return writeNumber<long long>(stream);
-    case DT_UINT16: return writeNumber<unsigned short, unsigned long>(stream);
-    case DT_UINT32: return writeNumber<unsigned int, unsigned long>(stream);
-    case DT_UINT64:
-    case DT_TICK: return writeNumber<unsigned long long>(stream);
-    case DT_FLOAT: return writeNumber<float>(stream);
-    case DT_DOUBLE: return writeNumber<double>(stream);
-    case DT_STRING:
-    case DT_STRINGRES: writeText(stream, m_dataString); break;
-    case DT_ID:
-    case DT_BINARY16:
-        m_data.write(stream);
-        stream << detail::literal<Char>("/", L"/");
-        writeGrouped(stream, m_data);
-        [[fallthrough]];
-    case DT_VOID: break;
-    }
-    return stream;
-}
-
 std::ostream& HLVError::Param::operator<<(std::ostream& stream) const {
-    return write(stream);
+    return write(stream, *this);
 }
 
 std::wostream& HLVError::Param::operator<<(std::wostream& stream) const {
-    return write(stream);
+    return write(stream, *this);
 }
 
 } // namespace Halvora

@@ -199,10 +199,6 @@ private:
     Param(eDataType type, Binary16 const& data) noexcept;
     Param(char const* text, std::size_t length);
     Param(wchar_t const* text, std::size_t length);
-    template <typename Stream>
-    Stream& write(Stream& stream) const;
-    template <typename Stored, typename Written = Stored, typename Stream>
-    Stream& writeNumber(Stream& stream) const;
 
     eDataType m_type;
     Binary16 m_data;

@@ -3,11 +3,13 @@
 #include <Halvora/error/Describe.h>
 #include <Halvora/error/HLVErrorException.h>
 #include <Halvora/error/Json.h>
+#include <Halvora/types/ElementTypes.h>
 
 #include <limits>
 #include <memory>
 #include <optional>
 #include <sstream>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -85,30 +87,21 @@ Error create(int code, py::args const& values, std::optional<Error> const& prece
     return {std::move(error)};
 }
 
-template <typename T>
-py::object numberOf(Param const& param) {
-    T value;
-    param.getValue(value);
-    return py::cast(value);
-}
-
 py::object valueOf(Param const& param) {
-    switch (param.getDataType()) {
-    case DT_BOOL: return numberOf<bool>(param);
-    case DT_BYTE: return numberOf<unsigned char>(param);
-    case DT_INT16: return numberOf<short>(param);
-    case DT_UINT16: return numberOf<unsigned short>(param);
-    case DT_INT32: return numberOf<int>(param);
-    case DT_UINT32: return numberOf<unsigned int>(param);
-    case DT_INT64: return numberOf<long long>(param);
-    case DT_UINT64: return numberOf<unsigned long long>(param);
-    case DT_FLOAT: return numberOf<float>(param);
-    case DT_DOUBLE: return numberOf<double>(param);
-    case DT_BINARY16: return py::cast(param.getData());
-    case DT_STRING: return py::cast(Wide{param.getDataString()});
-    case DT_STRINGRES: return py::cast(ResString(param.getData(), param.getDataString()));
-    default: return py::none();
-    }
+    py::object result = py::none();
+    ElementTypes::visit(param.getDataType(), [&](auto const& row) {
+        using Row = std::decay_t<decltype(row)>;
+        if constexpr (Row::type == DT_STRING) {
+            result = py::cast(Wide{param.getDataString()});
+        } else if constexpr (Row::type == DT_STRINGRES) {
+            result = py::cast(ResString(param.getData(), param.getDataString()));
+        } else {
+            typename Row::Value value;
+            param.getValue(value);
+            result = py::cast(value);
+        }
+    });
+    return result;
 }
 
 // Absent parameters are None.
