@@ -35,6 +35,7 @@ set(HALVTYPES_HEADERS
     Halvora/types/ResultCodes.h
     Halvora/types/HalvTypes.h
     Halvora/types/Binary16.h
+    Halvora/types/Binary16Inline.h
     Halvora/types/ElementTypes.h
     Halvora/types/ParseBinary16.h
     Halvora/types/Round.h
