@@ -20,7 +20,7 @@ void compare(Bytes& bytes, bool isWhole) {
     }
     std::size_t const read = std::max<std::size_t>(capacity, Text::maxLength);
     forms.units.resize(2 * std::min<std::size_t>(forms.field, read), '?');
-    assert(forms.isHandled(offset, capacity, gap));
+    assert(forms.wrongWith(offset, capacity, gap).empty());
 }
 
 void run(Bytes& bytes) {

@@ -11,7 +11,19 @@
 #    define malloc_usable_size _msize
 #endif
 
-namespace Halvora::test {
+namespace Halvora {
+
+// What a failed comparison shows of an array.
+static void PrintTo(HLVArray const& array, std::ostream* out) {
+    *out << HalvTypes::dataTypeToString(array.getDataType());
+    test::forEachArrayRow([&](auto row) {
+        for (auto const& value : viewOf<typename decltype(row)::Value>(array)) {
+            row.type == array.getDataType() ? *out << ' ' << testing::PrintToString(value) : *out;
+        }
+    });
+}
+
+namespace test {
 namespace {
 
 using A = HLVArray;
@@ -179,4 +191,5 @@ TEST(HLVArray, printsCountAndTypeByTheStreamsOwnIntegerOutput) {
 }
 
 } // namespace
-} // namespace Halvora::test
+} // namespace test
+} // namespace Halvora

@@ -61,21 +61,39 @@ TEST(List, takesErrorsAndWarningsAndChangesAtAPosition) {
     }
 }
 
-// Of two entries.
+// In a list of the codes 1 and 2: a step, what it gives, and where the position then stands.
+#define STEP(step, gives, then)                        \
+    {                                                  \
+        Position at = from;                            \
+        EXPECT_EQ(gives, where(step)) << #step;        \
+        EXPECT_EQ(then, where(at)) << #step;           \
+        EXPECT_TRUE(at != from) << #step << " stays."; \
+        from = at;                                     \
+    }
 template <typename Position>
 void expectRing(Position const first, Position nowhere) {
-    Position at = first;
-    EXPECT_TRUE(at++ == first && at != first && at++ != first && at.end() && *at == nullptr);
-    EXPECT_TRUE((++at).begin() && at == first && at-- == first && at.end() && (at--).end());
-    EXPECT_TRUE(at != first && *--at == *first && at == first && at != nowhere);
-    EXPECT_TRUE(++nowhere == Position() && (--nowhere).begin() && nowhere.end() && !*nowhere);
-    auto const& same = at = nowhere;
-    at = same;
-    EXPECT_TRUE(at == nowhere && at != first);
+    auto const where = [](Position const& at) {
+        std::string const entry = *at == nullptr ? "no entry" : std::to_string((*at)->getCode());
+        return entry + (at.begin() ? ", the begin" : "") + (at.end() ? ", the end" : "");
+    };
+    std::string const begin = "1, the begin", second = "2", end = "no entry, the end";
+    Position from = first;
+    STEP(at++, begin, second);
+    STEP(at++, second, end);
+    STEP(++at, begin, begin);
+    STEP(at--, begin, end);
+    STEP(at--, end, second);
+    STEP(--at, begin, begin);
+    EXPECT_TRUE(from == first);
+    EXPECT_EQ("no entry, the begin, the end", where(++nowhere));
+    EXPECT_EQ("no entry, the begin, the end", where(--nowhere));
+    auto const& same = from = nowhere;
+    from = same;
+    EXPECT_TRUE(from == nowhere && from == Position() && from != first);
 }
 
 TEST(List, positionsFormARingAndAreComparedAcrossListsAndKinds) {
-    List list = listOf({-1, -2}), other;
+    List list = listOf({1, 2}), other;
     expectRing<List::iterator>(list.begin(), {});
     expectRing<List::const_iterator>(list.begin(), List::iterator());
     List::iterator position = list.end();
@@ -95,7 +113,7 @@ TEST(List, randomProgramsKeepToTheirModelAndFreeEverythingOnce) {
                              failAllocation);
         for (int step = 0; step < 10'000; ++step) {
             std::string const fault = program.step();
-            ASSERT_EQ("", fault) << "in step " << step;
+            ASSERT_TRUE(fault.empty()) << "in step " << step << '\n' << fault;
         }
     }
     EXPECT_EQ(before, liveBlocks());

@@ -101,16 +101,18 @@ struct ArrayModel {
 
     std::string text() const {
         std::string all = HalvTypes::dataTypeToString(type);
-        for (unsigned int const seed : seeds) {
-            all += " #" + std::to_string(seed);
+        for (std::size_t i = 0; i < std::min<std::size_t>(seeds.size(), 12); ++i) {
+            all += " #" + std::to_string(seeds[i]);
         }
+        all += seeds.size() > 12 ? " ... (" + std::to_string(seeds.size()) + ")" : "";
         return all + (storage ? "" : ", without storage");
     }
 
     // By every way of reading the array; empty when it is what the model says.
     std::string differs(HLVArray const& array) const {
         if (array.getDataType() != type || array.getCount() != seeds.size()) {
-            return "the type or the count";
+            return "it is " + std::string(HalvTypes::dataTypeToString(array.getDataType())) +
+                   " with " + std::to_string(array.getCount()) + " elements";
         }
         std::string found;
         forEachArrayRow([&](auto row) {
@@ -120,17 +122,18 @@ struct ArrayModel {
             auto const view = viewOf<typename decltype(row)::Value>(array);
             if (row.type != type) {
                 bool const isRefused = code == ERR_WRONG_TYPE && n == 4711 && values == &marker;
-                found += isRefused ? "" : row.name;
+                found += isRefused ? "" : std::string("it is read as ") + row.name;
             } else if (code != 0 || n != seeds.size() || storage != (values != nullptr) ||
                        array.getByteSize() != n * row.width() || view.data() != values ||
                        array.getData() != (row.isText ? nullptr : values) || view.size() != n ||
                        view.empty() != seeds.empty()) {
-                found += "the storage, the size, or a way of reading";
-            } else if (!std::equal(values, values + n, seeds.begin(),
-                                   [](auto const& v, unsigned int seed) {
-                                       return v == decltype(row)::value(seed);
-                                   })) {
-                found += "an element";
+                found += "its storage, its size, or a way of reading it";
+            } else {
+                auto const isRight = [](auto const& v, unsigned int seed) {
+                    return v == decltype(row)::value(seed);
+                };
+                auto const at = std::mismatch(values, values + n, seeds.begin(), isRight).first;
+                found += at != values + n ? "its element " + std::to_string(at - values) : "";
             }
         });
         return found;

@@ -14,7 +14,7 @@ struct ArrayProgram {
     std::function<void(long)> fail;                 // the n-th allocation from now on; 0: none
     Array arrays[3] = {};
     std::vector<ArrayModel> models = std::vector<ArrayModel>(3);
-    std::string steps = "\n"; // a line each
+    std::vector<std::function<std::string()>> tells = {}; // what each step was, for a report
     std::string complaint = {};
     long failures = 0; // of allocations, in every second step
 
@@ -23,13 +23,18 @@ struct ArrayProgram {
         unsigned int const type = types[pick(2)];
         forEachArrayRow([&](auto row) { row.type == type ? Step(*this, row).take() : void(); });
         for (std::size_t i = 0; i < 3 && complaint.empty(); ++i) {
-            complaint = models[i].differs(arrays[i]);
+            std::string const wrong = models[i].differs(arrays[i]);
+            std::string const should = "abc"[i] + (" should be " + models[i].text()) + ", but ";
+            complaint = wrong.empty() ? "" : should + wrong;
         }
         return complaint.empty();
     }
-    std::string report() const { // the last steps only
-        return complaint +
-               steps.substr(steps.find('\n', std::max<std::size_t>(1500, steps.size()) - 1500));
+    std::string report() const { // the last steps only; #1, #2, ... are values of the type
+        std::string all = complaint + "\nThe last steps:";
+        for (std::size_t i = std::max<std::size_t>(tells.size(), 6) - 6; i < tells.size(); ++i) {
+            all += "\n  " + tells[i]();
+        }
+        return all;
     }
 
     // One step with values of one type: what it works with, chosen at random, and the operations.
@@ -85,11 +90,13 @@ struct ArrayProgram {
         template <typename Act>
         void perform(std::string const& call, int expected, Act act) {
             ArrayModel const done = m, values{type, run.empty() ? one : run, true};
-            std::string const what = p == nullptr ? "null" : (isOwn ? "own " : "") + values.text();
-            program.steps += "abc"[target] + (" is " + was.text() + "; ") + call + " with index " +
-                             std::to_string(i) + ", count " + std::to_string(n) + ", " + what +
-                             ", array " + "abc"[source] + ", other type " + std::to_string(any) +
-                             '\n';
+            program.tells.push_back([=, to = target, from = source, was = was, own = isOwn,
+                                     null = p == nullptr, n = n, i = i, any = any] {
+                return "abc"[to] + (" is " + was.text() + "; ") + call + " with index " +
+                       std::to_string(i) + ", count " + std::to_string(n) + ", " +
+                       (null ? "null" : (own ? "own " : "") + values.text()) + ", array " +
+                       "abc"[from] + ", other type " + HalvTypes::dataTypeToString(any);
+            });
             // A failure that empties the array would take its own values along.
             long failing = isOwn && failed.seeds != was.seeds ? 0 : pick(2);
             for (int code = thrown; code == thrown && program.complaint.empty(); ++failing) {
@@ -106,9 +113,9 @@ struct ArrayProgram {
                     program.complaint = call + " answered " + std::to_string(code) +
                                         ", should answer " + std::to_string(expected) +
                                         " and leave " + m.text() +
-                                        (wrong.empty() ? "" : "; different is " + wrong) +
+                                        (wrong.empty() ? "" : ", but " + wrong) +
                                         " (-1004996: outside, -1004997: other type, -1004999: "
-                                        "null, 1: no memory)\n";
+                                        "null, 1: no memory)";
                 }
             }
         }

@@ -33,18 +33,22 @@ struct Forms {
         return Text::sizeWithin(memory.data(), memory.size()) ==
                (memory.size() >= std::max<std::size_t>(head, whole) ? whole : 0);
     }
-    // The form that begins at an offset is read, and written to a slot `gap` bytes behind.
-    bool isHandled(unsigned offset, unsigned capacity, unsigned gap) const {
+    // The form that begins at an offset is read, and written to a slot `gap` bytes behind: what is
+    // wrong then, empty if nothing is.
+    std::string wrongWith(unsigned offset, unsigned capacity, unsigned gap) const {
         std::string const bytes = std::string(offset, '#') + all();
         std::vector<char> memory(bytes.begin(), bytes.end());
         char* const at = memory.data() + offset;
         std::string const loaded =
             form(std::min<unsigned>(field, Text::maxLength), Text::maxLength);
         Text text(std::wstring(600, L'x'));
-        bool isRight = true;
+        std::string wrong;
+        auto const expect = [&wrong](bool isRight, char const* what) {
+            wrong += isRight ? "" : std::string(wrong.empty() ? "" : " and ") + what;
+        };
         unsigned kept = std::min<unsigned>(field, capacity);
         if constexpr (packed) {
-            isRight = ResString::size(at) == head + 2 * field;
+            expect(ResString::size(at) == head + 2 * field, "size()");
             text.set(at);
             memory.resize(offset + gap + std::max<std::size_t>(all().size(), head + 2 * capacity));
             ResString::set(&memory[offset], capacity, &memory[offset + gap]);
@@ -53,10 +57,11 @@ struct Forms {
             unsigned short length = 9;
             VarChar::set(at, text);
             VarChar::set(at, wide, length);
-            isRight = VarChar::size(at) == static_cast<unsigned short>(head + 2 * field) &&
-                      wide == text.wstr() && length == text.length() &&
-                      VarChar::equal(at, wide.c_str(), length) == (field == length) &&
-                      !VarChar::equal(at, wide.c_str(), length + 1u);
+            expect(VarChar::size(at) == static_cast<unsigned short>(head + 2 * field), "size()");
+            expect(wide == text.wstr() && length == text.length(), "set() of a wide string");
+            expect(VarChar::equal(at, wide.c_str(), length) == (field == length) &&
+                       !VarChar::equal(at, wide.c_str(), length + 1u),
+                   "equal()");
             kept = std::min<unsigned>(kept, length);
             memory.resize(offset + gap + head + 2 * capacity);
             VarChar::set(wide.c_str(), length, capacity, &memory[offset + gap]);
@@ -64,8 +69,9 @@ struct Forms {
         std::string slot = form(kept, kept);
         slot.resize(head + 2 * capacity, packed ? '\0' : '0');
         std::string const object(reinterpret_cast<char const*>(&text), text.size());
-        return isRight && object == loaded.substr(0, head + 2 * text.length()) &&
-               std::equal(slot.begin(), slot.end(), &memory[offset + gap]);
+        expect(object == loaded.substr(0, head + 2 * text.length()), "the object that reads it");
+        expect(std::equal(slot.begin(), slot.end(), &memory[offset + gap]), "the slot");
+        return wrong;
     }
 };
 
@@ -79,14 +85,16 @@ std::string wrongForms(std::string const& id) {
         std::string const units = std::to_string(field) + " units, ";
         for (unsigned const more : {0u, 1u, 2u, 3u, 17u, 18u, 19u}) {
             if (!forms.isMeasured(more) || !forms.isMeasured(2 * field + more)) {
-                return units + std::to_string(more) + " bytes, of the form or behind its units";
+                return units + std::to_string(more) +
+                       " bytes of the form or behind its units: sizeWithin()";
             }
         }
         for (unsigned const capacity : {0u, 1u, 9u, 10u, most - 1, most, most + 1, 600u}) {
             for (unsigned const gap : {0u, 1u, 17u, 40u, 600u}) {
-                if (!forms.isHandled(1, capacity, gap)) {
+                std::string const wrong = forms.wrongWith(1, capacity, gap);
+                if (!wrong.empty()) {
                     return units + "a slot of " + std::to_string(capacity) + ' ' +
-                           std::to_string(gap) + " bytes behind";
+                           std::to_string(gap) + " bytes behind: " + wrong;
                 }
             }
         }
