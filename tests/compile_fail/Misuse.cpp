@@ -63,10 +63,13 @@ REFUSED(setText, std::declval<T&>().setBool(0, "x"));
 REFUSED(becomeText, std::declval<T&>().set("x"));
 REFUSED(precede, std::declval<T const&>() < std::declval<T const&>());
 REFUSED(nameOfNumber, T::toAString(3));
+REFUSED(lengthIsTrue, std::declval<T&>().set("x", true));
+REFUSED(lengthIsHalf, std::declval<T&>().set("x", 0.5));
 REFUSED(instance, T{});
 static_assert(construct<VarChar> && assign<VarChar> && trace<Exception> && twoTexts<HLVArray>);
 static_assert(pointer<HLVArray> && addText<HLVArray> && setText<HLVArray> && becomeText<Binary16>);
 static_assert(precede<ResString> && nameOfNumber<Convert> && instance<Utf8>);
+static_assert(lengthIsTrue<VarChar> && lengthIsHalf<VarChar>);
 
 void use(HLVArray& array, Binary16& value, ResString const& text, VarChar& raw, Exception& e) {
     static_cast<void>(array.addBool(true) + array.setBool(0, text == text) + value.set(true));

@@ -3,6 +3,8 @@
 namespace Halvora::test {
 namespace {
 
+static_assert(std::extent_v<decltype(CatalogueRow::params)> == 3); // as many as an error has
+
 constexpr CatalogueRow pumps[] = {
     {-20, L"pumpFailed", L"A pump does not start.",                    {L"pump"}         },
     {7,   L"pumpSlow",   L"Pumpe in M\u00FCnchen l\u00E4uft langsam.", {nullptr, L"rate"}},
