@@ -14,8 +14,7 @@ need_abi() { need abidw:abigail-tools; }
 # standard library's own classes are left out; its versions would show up as changes of ours.
 describe_abi() {
     local preset=$1 build=$2 description=$3
-    build_preset "$preset" "$build" -DBUILD_TESTING=OFF -DHALVTYPES_BUILD_EXAMPLES=OFF \
-        -DHALVTYPES_BUILD_TOOLS=OFF || return 1
+    build_alone "$preset" "$build" || return 1
     rm -rf "$build/installed"
     cmake --install "$build" --prefix "$build/installed" >/dev/null || return 1
     abidw --headers-dir "$build/installed/include" --drop-private-types \

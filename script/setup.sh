@@ -3,9 +3,9 @@
 # packages come in.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-build_root=$root/build # where everything is built
 # shellcheck disable=SC2034 # used by those who source this
-jobs=$(nproc 2>/dev/null || echo 2)
+here=$root/script jobs=$(nproc 2>/dev/null || echo 2)
+build_root=$root/build # where everything is built
 
 say() { printf '== %s\n' "$*"; }
 refuse() { # <what is wrong with the call>
@@ -16,9 +16,10 @@ refuse() { # <what is wrong with the call>
 # The comment that a script begins with is its help.
 help() { sed -n '2,/^[^#]/s/^#\( \|$\)//p' "$0"; }
 
-# options <how many arguments> "$@": understands --help and --build DIR, refuses any other option and
-# too many arguments, and leaves these in `arguments`. A script with options of its own defines own_option: it looks at the first of what is
-# left and sets `taken`, how many words the option has.
+# options <how many arguments> "$@": understands --help and --build DIR, refuses any other option, too
+# many arguments and a build root that is not ours; leaves the rest in `arguments`. A script with options
+# of its own defines own_option: it looks at the first of what is left and sets `taken`, how many words
+# the option has.
 arguments=()
 own_option() { :; }
 options() {
@@ -30,11 +31,10 @@ options() {
         case $taken:$1 in
             [1-9]*) ;;
             *:-h | *:--help) help && exit ;;
-            *:--build=?*) set_build_root "${1#*=}" ;;
+            *:--build=?*) build_root=$(realpath -m -- "${1#*=}") ;;
             *:--build)
                 [[ -n ${2:-} ]] || refuse "--build wants a folder"
-                set_build_root "$2"
-                taken=2
+                build_root=$(realpath -m -- "$2") taken=2
                 ;;
             *:-*) refuse "there is no option $1" ;;
             *) arguments+=("$1") ;;
@@ -42,9 +42,8 @@ options() {
         shift $((taken > 0 ? taken : 1))
     done
     [[ ${#arguments[@]} -le $most ]] || refuse "too many arguments: ${arguments[*]}"
+    need_build_root
 }
-
-set_build_root() { build_root=$(realpath -m -- "$1"); }
 
 # Says in a sentence that nothing can be built where it should be: in the whole build root, or in a
 # folder of it, where everything has to be ours to change (not left by root, for instance).
@@ -188,7 +187,6 @@ need_cross() { # <preset>
     read -r triplet runner <<<"${cross[$1]}"
     need "$triplet-g++:g++-$triplet" "$runner"
 }
-need_arm() { need_cross arm; }
 
 # Installs the compilers and libraries of a preset; sets the options that tell it where they are.
 preset_options=()

@@ -39,6 +39,17 @@ build_preset() { # the same
     configure "$@" && cmake --build "$2" --parallel "$jobs"
 }
 
+build_alone() { # the same, without tests, examples and tools
+    build_preset "$1" "$2" -DBUILD_TESTING=OFF -DHALVTYPES_BUILD_EXAMPLES=OFF \
+        -DHALVTYPES_BUILD_TOOLS=OFF "${@:3}"
+}
+
+# A copy of what a clone would hold.
+copy_tree() { # <folder>
+    mkdir -p "$1"
+    tar -C "$root" -c --exclude=./build --exclude=./.git . | tar -C "$1" -x
+}
+
 # Reads what ctest itself wrote. A test that could not be started counts as failed; skipped is only
 # what asked for it.
 count_results() {
