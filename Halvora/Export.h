@@ -14,8 +14,8 @@
 #    define HALVTYPES_API
 #endif
 
-/// Marks an inline function that was not always inline: the library keeps a copy for the programs
-/// of then. There are none on Windows.
+/// Marks an inline function that older programs call in the library, which keeps a copy for them.
+/// There are no such programs on Windows.
 #if defined(_WIN32)
 #    define HALVTYPES_API_INLINE
 #else

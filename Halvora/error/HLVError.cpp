@@ -68,7 +68,7 @@ HLVError::HLVError() noexcept = default;
 HLVError::HLVError(int code, Param* param0, Param* param1, Param* param2) noexcept
     : HLVError(code, nullptr, nullptr, param0, param1, param2) {}
 
-// Owned from here on, and deleted one day, so not const any more.
+// Owned from here on, and so deleted one day: not const any more.
 HLVError::HLVError(int code, void const* tag, HLVError const* precedingError, Param* param0,
                    Param* param1, Param* param2) noexcept
     : m_code(code),

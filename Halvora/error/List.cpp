@@ -24,7 +24,7 @@ bool isTaken(HLVError const* error) noexcept {
 
 HLVError::List::List() : m_entries(new std::list<HLVError*>) {}
 
-// Delegate, so that the destructor runs when the entry finds no memory.
+// These delegate, so that the destructor runs when there is no memory for the entry.
 HLVError::List::List(HLVError* error) : List() {
     add(error);
 }

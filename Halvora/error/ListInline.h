@@ -1,7 +1,7 @@
 #ifndef HALVORA_ERROR_LISTINLINE_H // the two headers include each other: no `#pragma once`
 #define HALVORA_ERROR_LISTINLINE_H
 
-// What of List.h is put in place where it is called.
+// The functions of List.h that are inline for speed.
 
 #include <Halvora/error/List.h>
 
@@ -16,9 +16,9 @@ inline void HLVError::List::letGo(std::unique_ptr<HLVError>& error) noexcept {
 
 } // namespace Halvora
 
-// The steps of a walk. Calls that are not put in place, also those of programs that were built
-// before, go to the copy in the library. In a program for a checking standard library every call
-// does: what it takes for a position is another type than the library's.
+// The steps of a walk. A call that the compiler does not put in place goes to the copy in the
+// library, as those of older programs do. So does every call in a program with the standard
+// library's debug mode, whose positions are of another type.
 #if defined(HALVTYPES_LIST_STEPS)
 #    define HALVTYPES_STEP // in the library: the copy itself
 #elif defined(__GNUC__) && !defined(_WIN32) && !defined(_GLIBCXX_DEBUG) && \

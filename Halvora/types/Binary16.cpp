@@ -37,8 +37,8 @@ void putDigits(char* out, unsigned char const* bytes) noexcept {
     }
 }
 
-// A UUID's bytes are 3 to 0, 5 4, 7 6, 8 to 15; the order is its own inverse. These are the words
-// of them that are read with the most significant byte first.
+// Four words of the bytes in the order of a UUID (3 to 0, 5 4, 7 6, 8 to 15), the first byte of
+// each being the most significant. The order is its own inverse.
 Words uuidWords(void const* bytes) noexcept {
     Words words(bytes);
     words.at[1] = words.at[1] << 16 | words.at[1] >> 16;
@@ -92,16 +92,15 @@ std::size_t putText(Put put, Char* out, std::size_t capacity, unsigned char cons
     return Length;
 }
 
-// What a stream's buffer holds: characters that can be taken without a refill, an end or an
-// exception.
+// How many characters a stream's buffer holds: they can be taken without asking its source.
 struct Held : std::streambuf {
     static std::streamsize in(std::streambuf const& buffer) {
         return (buffer.*&Held::egptr)() - (buffer.*&Held::gptr)();
     }
 };
 
-// Digits as they come in, a pair of them a byte, the last byte first. The value gets what there is
-// when reading ends, in whichever way.
+// Collects digits, and writes them to the value when reading ends, in whichever way: two a byte,
+// the last byte first.
 class DigitReader {
 public:
     explicit DigitReader(unsigned char* bytes) : m_bytes(bytes) {}
@@ -119,8 +118,8 @@ public:
 
     void add(char digit) { *m_end++ = digit; }
 
-    // As formatted extractions of characters that the buffer holds; white space leaves room for
-    // more.
+    // Takes what the buffer holds, as extractions one by one would. Skipped white space leaves room
+    // for more.
     void addHeld(std::istream const& stream) {
         std::streambuf& buffer = *stream.rdbuf();
         std::streamsize held = Held::in(buffer), taken = 1;
@@ -153,8 +152,8 @@ std::basic_ostream<Char>& insertText(std::basic_ostream<Char>& stream, Binary16 
     return stream << std::basic_string_view<Char>(text, value.toHexadecimal(text, textLength));
 }
 
-// As the standard's own insertions do with an exception of the stream's buffer: badbit is set, and
-// the exception goes on if the stream's user asked for that. To be called in a handler.
+// For a handler: what the standard's insertions do when the stream's buffer throws. Sets badbit,
+// and lets the exception go on if the stream is set to throw then.
 template <typename Char>
 void setBadOrRethrow(std::basic_ostream<Char>& stream) {
     try {
@@ -174,7 +173,7 @@ constexpr std::ios_base::iostate failedInsertion =
 #endif
     std::ios_base::badbit;
 
-// Answers whether the last character failed, and it alone.
+// True when the last character failed, and no other did.
 template <typename Char>
 bool putAll(std::basic_ostream<Char>& stream, Char const* text, std::size_t length) {
     typename std::basic_ostream<Char>::sentry const ready(stream);
@@ -199,9 +198,8 @@ bool putAll(std::basic_ostream<Char>& stream, Char const* text, std::size_t leng
     return isLast;
 }
 
-// As single insertions. A field width is spent on the first, which is `padded` characters long. An
-// insertion that finds a stream whose sink has failed may set more bits, and only behind the last
-// character there is none.
+// As an insertion for each character, but quicker. A field width pads the first one only, which has
+// `padded` characters. When one fails, the next, which finds the stream failed, may set more bits.
 template <typename Char>
 std::basic_ostream<Char>& insert(std::basic_ostream<Char>& stream, Char const (&text)[textLength],
                                  std::size_t padded) {
@@ -216,7 +214,7 @@ std::basic_ostream<Char>& insert(std::basic_ostream<Char>& stream, Char const (&
     return stream;
 }
 
-// Whether a range is widened as its characters are one by one, which the standard's facets promise.
+// True when widening a range is widening each character, as the standard's own facets promise.
 bool widensAlike(std::ctype<wchar_t> const& facet) {
     return typeid(facet) == typeid(std::ctype<wchar_t>) ||
            typeid(facet) == typeid(std::ctype_byname<wchar_t>);
@@ -315,8 +313,8 @@ std::wostream& Binary16::write(std::wostream& stream) const {
     return stream;
 }
 
-// Where the buffer has to be refilled, the standard's own extraction does it, and also decides what
-// an end or an exception there does to the stream.
+// An empty buffer is refilled by the standard's own extraction, which also decides what an end or
+// an exception does to the stream.
 std::istream& Binary16::read(std::istream& stream) {
     *this = Binary16();
     stream.ignore(2);

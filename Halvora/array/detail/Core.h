@@ -84,7 +84,7 @@ struct __attribute__((visibility("hidden"))) HLVArray::Core {
 
     // appends
 
-    // Appends where the storage has room, and would not have it for less; else false.
+    // Appends if the storage at hand is as long as a new one would be; else false.
     static bool appendInPlace(HLVArray& array, void const* value, std::size_t width) noexcept {
         std::size_t const size = array.m_byteSize;
         if (array.m_data == nullptr || array.m_mayHoldMore ||

@@ -55,7 +55,7 @@ public:
         }
     }
 
-    // True when a block of `size` bytes has room for `newSize` bytes and would for no less.
+    // True when blocks of `size` and of `newSize` bytes are equally long.
     static constexpr bool isAlike(std::size_t size, std::size_t newSize) noexcept {
         return rounded(size) == rounded(newSize);
     }
