@@ -2,12 +2,13 @@
 #include <Halvora/types/ElementTypes.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <functional>
 #include <iterator>
+#include <type_traits>
 
 #include <Halvora/text/detail/Encoding.h>
-#include <Halvora/types/detail/Hex.h>
 #include <Halvora/types/detail/Loaded.h>
 
 namespace Halvora {
@@ -17,6 +18,9 @@ std::wstring const Convert::ms_wstrTrim = detail::loaded(
     [] { return std::wstring(L" \t\r\n"); }); // longer than what a string may hold itself
 
 namespace {
+
+// Programs that were built before it was inline find it in the library.
+[[gnu::used]] constexpr auto byteFromDigits = &Convert::toByte;
 
 // The last row answers every number that no type has.
 constexpr char mixedNames[][10] = {
@@ -71,16 +75,64 @@ Char const* findOrEnd(Char const* begin, Char const* end, Char wanted) {
     return found != nullptr ? found : end;
 }
 
-// Sets are short: a search would cost more than it spares.
-template <typename Text>
-auto isOneOf(Text const& set) {
-    return [begin = set.data(), end = set.data() + set.size()](typename Text::value_type wanted) {
-        auto const* at = begin;
-        while (at != end && *at != wanted) {
+// The characters of a set. Those from 1 to 32, white space among them, are bits; in short sets a
+// search for others would cost more than it spares.
+template <typename Char>
+class CharacterSet {
+public:
+    explicit CharacterSet(std::basic_string<Char> const& set)
+        : m_begin(set.data()), m_end(m_begin + set.size()) {
+        for (auto const* at = m_begin; at != m_end; ++at) {
+            std::uint32_t const bit = bitOf(*at);
+            m_bits |= bit < 32 ? 1u << bit : 0;
+            m_hasOthers = m_hasOthers || bit >= 32;
+        }
+    }
+
+    bool has(Char wanted) const {
+        std::uint32_t const bit = bitOf(wanted);
+        return bit < 32 ? (m_bits >> bit & 1) != 0 : m_hasOthers && isListed(wanted);
+    }
+
+private:
+    static std::uint32_t bitOf(Char c) { return std::uint32_t{std::make_unsigned_t<Char>(c)} - 1; }
+
+    bool isListed(Char wanted) const {
+        auto const* at = m_begin;
+        while (at != m_end && *at != wanted) {
             ++at;
         }
-        return at != end;
-    };
+        return at != m_end;
+    }
+
+    Char const* m_begin;
+    Char const* m_end;
+    std::uint32_t m_bits = 0;
+    bool m_hasOthers = false;
+};
+
+enum Ends : unsigned int { LEFT = 1, RIGHT = 2, BOTH = LEFT | RIGHT };
+
+template <typename Char>
+void trimEnds(std::basic_string<Char>& text, std::basic_string<Char> const& set, Ends ends) {
+    CharacterSet<Char> const cut(set);
+    Char* const begin = text.data();
+    Char* first = begin;
+    Char* end = begin + text.size();
+    while ((ends & RIGHT) != 0 && end != begin && cut.has(end[-1])) {
+        --end;
+    }
+    while ((ends & LEFT) != 0 && first != end && cut.has(*first)) {
+        ++first;
+    }
+    if (first == end) {
+        return; // it holds no others
+    }
+    auto const length = static_cast<std::size_t>(end - first);
+    if (first != begin) {
+        std::char_traits<Char>::move(begin, first, length);
+    }
+    text.erase(length);
 }
 
 constexpr bool isSpace(char c) {
@@ -159,36 +211,6 @@ void Convert::_toUnits(HLVString& out, wchar_t const* text, std::size_t n) {
 }
 
 template <typename Text>
-void Convert::_trimLeft(Text& text, Text const& set) {
-    auto const isCut = isOneOf(set);
-    std::size_t first = 0;
-    while (first != text.size() && isCut(text[first])) {
-        ++first;
-    }
-    if (first != text.size()) {
-        text.erase(0, first);
-    }
-}
-
-template <typename Text>
-void Convert::_trimRight(Text& text, Text const& set) {
-    auto const isCut = isOneOf(set);
-    std::size_t length = text.size();
-    while (length != 0 && isCut(text[length - 1])) {
-        --length;
-    }
-    if (length != 0) {
-        text.resize(length);
-    }
-}
-
-template <typename Text>
-void Convert::_trim(Text& text, Text const& set) {
-    _trimRight(text, set);
-    _trimLeft(text, set);
-}
-
-template <typename Text>
 std::vector<Text>& Convert::_split(Text const& text, typename Text::value_type separator,
                                    std::vector<Text>& fields) {
     if (isFieldOf(text, fields)) {
@@ -240,27 +262,27 @@ std::vector<Text>& Convert::_splitQuoted(Text const& text, typename Text::value_
 }
 
 void Convert::trimLeft(std::string& text, std::string const& set) {
-    _trimLeft(text, set);
+    trimEnds(text, set, LEFT);
 }
 
 void Convert::trimLeft(std::wstring& text, std::wstring const& set) {
-    _trimLeft(text, set);
+    trimEnds(text, set, LEFT);
 }
 
 void Convert::trimRight(std::string& text, std::string const& set) {
-    _trimRight(text, set);
+    trimEnds(text, set, RIGHT);
 }
 
 void Convert::trimRight(std::wstring& text, std::wstring const& set) {
-    _trimRight(text, set);
+    trimEnds(text, set, RIGHT);
 }
 
 void Convert::trim(std::string& text, std::string const& set) {
-    _trim(text, set);
+    trimEnds(text, set, BOTH);
 }
 
 void Convert::trim(std::wstring& text, std::wstring const& set) {
-    _trim(text, set);
+    trimEnds(text, set, BOTH);
 }
 
 std::vector<std::string>& Convert::split(std::string const& text, char separator,
@@ -299,10 +321,6 @@ char* Convert::token(char* text, char const* delimiter, char*& next) noexcept {
     return text;
 }
 
-unsigned char Convert::toByte(char high, char low) noexcept {
-    return detail::hexByte(static_cast<unsigned char>(high), static_cast<unsigned char>(low));
-}
-
 bool Convert::toBool(std::string text) {
     char const* at = text.data();
     char const* const end = at + text.size();
@@ -322,9 +340,9 @@ std::string Convert::toAString(eDataType type) {
 }
 
 std::string Convert::toAString(Binary16 const& value) {
-    char text[Binary16::GROUPED_LENGTH];
-    value.toGrouped(text, sizeof text);
-    return std::string(text, sizeof text);
+    std::string text(Binary16::GROUPED_LENGTH, ' ');
+    value.toGrouped(text.data(), text.size());
+    return text;
 }
 
 std::wstring Convert::toWString(Binary16 const& value) {

@@ -5,6 +5,7 @@
 #include <Halvora/text/HLVString.h>
 #include <Halvora/types/Binary16.h>
 #include <Halvora/types/HalvTypes.h>
+#include <Halvora/types/ParseBinary16.h>
 
 #include <cstddef>
 #include <string>
@@ -234,7 +235,9 @@ public:
 
     /// 16 times the value of `high` plus that of `low`. `0` to `9`, `A` to `F` and `a` to `f` are
     /// digits, the six from `':'` to `'?'` count as 10 to 15, everything else as 0.
-    static unsigned char toByte(char high, char low) noexcept;
+    HALVTYPES_API_INLINE static unsigned char toByte(char high, char low) noexcept {
+        return detail::byteOfDigits(high, low);
+    }
 
     /// True for exactly `1`, and for a text that, after white space, begins with `true` in any
     /// case, whatever follows (`TRUEST`); false for every other.
@@ -273,12 +276,6 @@ private:
     static std::vector<Field>& _splitView(View text, typename View::value_type separator,
                                           bool isQuoted, std::vector<Field>& fields);
 
-    template <typename Text>
-    static void _trimLeft(Text& text, Text const& set);
-    template <typename Text>
-    static void _trimRight(Text& text, Text const& set);
-    template <typename Text>
-    static void _trim(Text& text, Text const& set);
     template <typename Text>
     static std::vector<Text>& _split(Text const& text, typename Text::value_type separator,
                                      std::vector<Text>& fields);

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <typeinfo>
 
+#include <Halvora/types/ParseBinary16.h>
 #include <Halvora/types/detail/Hex.h>
 
 namespace Halvora {
@@ -109,8 +110,7 @@ public:
 
     ~DigitReader() {
         for (int i = 0; i < (m_end - m_digits) / 2; ++i) {
-            m_bytes[15 - i] = detail::hexByte(static_cast<unsigned char>(m_digits[2 * i]),
-                                              static_cast<unsigned char>(m_digits[2 * i + 1]));
+            m_bytes[15 - i] = detail::byteOfDigits(m_digits[2 * i], m_digits[2 * i + 1]);
         }
     }
 

@@ -47,6 +47,18 @@ constexpr unsigned int digitValue(Char c) noexcept {
     return digit < 10 || letter < 6 ? value : noDigit;
 }
 
+// What an unchecked digit is worth: the six characters behind '9' go on with 10, what is none is 0.
+constexpr unsigned int digitValueUnchecked(char c) noexcept {
+    unsigned int const code = static_cast<unsigned char>(c);
+    unsigned int const digit = code - '0';
+    unsigned int const letter = (code | 0x20u) - 'a';
+    return digit < 16 ? digit : letter < 6 ? letter + 10 : 0;
+}
+
+constexpr unsigned char byteOfDigits(char high, char low) noexcept {
+    return static_cast<unsigned char>(digitValueUnchecked(high) << 4 | digitValueUnchecked(low));
+}
+
 template <typename Char>
 constexpr ParseResult parse(std::basic_string_view<Char> text, Binary16& value) noexcept {
     bool const isHexadecimal = text.size() > 1 && text[0] == '0' && text[1] == 'x';

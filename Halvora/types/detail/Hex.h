@@ -5,20 +5,6 @@
 
 namespace Halvora::detail {
 
-// The value of a hexadecimal digit: '0' to '?' are 0 to 15, 'A' to 'F' and 'a' to 'f' 10 to 15,
-// every other character is 0.
-constexpr unsigned char hexDigitValue(unsigned char digit) noexcept {
-    if (digit < 0x40) {
-        return digit < 0x30 ? 0 : static_cast<unsigned char>(digit - 0x30);
-    }
-    unsigned const letter = digit & 0xDFu;
-    return letter >= 'A' && letter <= 'F' ? static_cast<unsigned char>(letter - 'A' + 10) : 0;
-}
-
-constexpr unsigned char hexByte(unsigned char high, unsigned char low) noexcept {
-    return static_cast<unsigned char>(hexDigitValue(high) * 16 + hexDigitValue(low));
-}
-
 inline constexpr unsigned char upperCaseLetters = 'A' - '9' - 1;
 inline constexpr unsigned char lowerCaseLetters = 'a' - '9' - 1;
 
