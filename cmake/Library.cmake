@@ -18,6 +18,7 @@ set(HALVTYPES_SOURCES
     Halvora/types/Round.cpp
     Halvora/text/HLVString.cpp
     Halvora/text/Convert.cpp
+    Halvora/text/ConvertLong.cpp
     Halvora/text/ITranslator.cpp
     Halvora/text/ResString.cpp
     Halvora/text/ResString2.cpp

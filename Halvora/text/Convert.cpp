@@ -11,6 +11,13 @@
 #include <Halvora/text/detail/Encoding.h>
 #include <Halvora/types/detail/Loaded.h>
 
+// Where space is cheap, an output of the right length spares its conversion every call.
+#ifdef HALV_LONG_RUNS
+#    define HALV_FLAT [[gnu::flatten]]
+#else
+#    define HALV_FLAT
+#endif
+
 namespace Halvora {
 
 std::string const Convert::ms_strTrim = " \t\r\n";
@@ -146,11 +153,11 @@ constexpr char toLower(char c) {
 
 } // namespace
 
-void Convert::toWString(std::wstring& out, unsigned short const* units) {
+HALV_FLAT void Convert::toWString(std::wstring& out, unsigned short const* units) {
     detail::convertInto(out, units, detail::terminatedLength(units));
 }
 
-void Convert::toWString(std::wstring& out, HLVString const& text) {
+HALV_FLAT void Convert::toWString(std::wstring& out, HLVString const& text) {
     detail::convertInto(out, text.data(), text.size());
 }
 
@@ -158,11 +165,11 @@ std::wstring Convert::toWString(HLVString const& text) {
     return detail::converted<std::wstring>(text.data(), text.size());
 }
 
-void Convert::toWString(std::wstring& out, char const* text) {
+HALV_FLAT void Convert::toWString(std::wstring& out, char const* text) {
     detail::convertInto(out, text, text == nullptr ? 0 : std::strlen(text));
 }
 
-void Convert::toWString(std::wstring& out, std::string const& text) {
+HALV_FLAT void Convert::toWString(std::wstring& out, std::string const& text) {
     detail::convertInto(out, text.data(), text.size());
 }
 
@@ -170,7 +177,8 @@ std::wstring Convert::toWString(std::string const& text) {
     return detail::converted<std::wstring>(text.data(), text.size());
 }
 
-void Convert::toAString(std::string& out, unsigned int length, unsigned short const* units) {
+HALV_FLAT void Convert::toAString(std::string& out, unsigned int length,
+                                  unsigned short const* units) {
     detail::convertInto(out, units, units == nullptr ? 0 : length);
 }
 
@@ -178,7 +186,7 @@ std::string Convert::toAString(HLVString const& text) {
     return detail::converted<std::string>(text.data(), text.size());
 }
 
-void Convert::toAString(std::string& out, unsigned int length, wchar_t const* chars) {
+HALV_FLAT void Convert::toAString(std::string& out, unsigned int length, wchar_t const* chars) {
     detail::convertInto(out, chars, chars == nullptr ? 0 : length);
 }
 
@@ -186,27 +194,27 @@ std::string Convert::toAString(std::wstring const& text) {
     return detail::converted<std::string>(text.data(), text.size());
 }
 
-void Convert::toHLVString(HLVString& out, std::wstring const& text) {
+HALV_FLAT void Convert::toHLVString(HLVString& out, std::wstring const& text) {
     detail::convertInto(out, text.data(), text.size());
 }
 
-void Convert::toHLVString(HLVString& out, std::string const& text) {
+HALV_FLAT void Convert::toHLVString(HLVString& out, std::string const& text) {
     detail::convertInto(out, text.data(), text.size());
 }
 
-void Convert::_widen(std::wstring& out, char const* text, std::size_t n) {
+HALV_FLAT void Convert::_widen(std::wstring& out, char const* text, std::size_t n) {
     detail::convertInto(out, text, n);
 }
 
-void Convert::_narrow(std::string& out, wchar_t const* text, std::size_t n) {
+HALV_FLAT void Convert::_narrow(std::string& out, wchar_t const* text, std::size_t n) {
     detail::convertInto(out, text, n);
 }
 
-void Convert::_toUnits(HLVString& out, char const* text, std::size_t n) {
+HALV_FLAT void Convert::_toUnits(HLVString& out, char const* text, std::size_t n) {
     detail::convertInto(out, text, n);
 }
 
-void Convert::_toUnits(HLVString& out, wchar_t const* text, std::size_t n) {
+HALV_FLAT void Convert::_toUnits(HLVString& out, wchar_t const* text, std::size_t n) {
     detail::convertInto(out, text, n);
 }
 

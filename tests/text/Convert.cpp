@@ -1,7 +1,13 @@
 #include <Halvora/text/Convert.h>
 
+#include <Halvora/text/detail/Encoding.h>
+
 #include <tests/support/Memory.h>
 #include <tests/text/Text.h>
+
+#ifdef HALV_LONG_RUNS
+#    include <Halvora/text/detail/LongX86.h>
+#endif
 
 namespace Halvora::test {
 namespace {
@@ -71,6 +77,58 @@ TEST(Convert, everyElementIsConvertedByItselfAtEveryLength) {
     checkEncoding<HLVString, std::wstring>({toUnits, toUnits, seenUnits});
     checkEncoding<HLVString, std::string>({toUnits, toUnits, seenUnits});
 }
+
+#ifdef HALV_LONG_RUNS
+
+// Each way of converting, on whatever processor has it, at every length and place in a line of the
+// cache; the elements around stay as they are.
+template <typename To, typename From>
+void checkRuns() {
+    auto const blocks = [](auto... run) { detail::convertBlocks(run...); };
+    auto const avx2 = [](auto... run) { detail::convertRunAvx2(run..., detail::replacement); };
+    auto const avx512 = [](auto... run) {
+        if constexpr (sizeof(To) > sizeof(From)) {
+            detail::convertRunAvx512(run...);
+        }
+    };
+    bool const widens = sizeof(To) > sizeof(From);
+    bool const hasAvx2 = __builtin_cpu_supports("avx2") != 0;
+    bool const hasAvx512 = __builtin_cpu_supports("avx512bw") != 0;
+    constexpr std::size_t step = detail::longStep<To>;
+    struct {
+        bool isThere;
+        std::size_t least;
+        void (*convert)(To*, From const*, std::size_t);
+    } const ways[] = {
+        {true,                0,    blocks},
+        {hasAvx2,             step, avx2  },
+        {widens && hasAvx512, step, avx512},
+    };
+    for (auto const& way : ways) {
+        for (std::size_t length = way.least; way.isThere && length < way.least + 150; ++length) {
+            std::size_t const place = draw(64);
+            std::vector<From> source(place + length + 1);
+            std::vector<To> out(place + length + 64, To(120)), expected = out;
+            for (std::size_t i = place; i < place + length; ++i) {
+                source[i] = static_cast<From>(draw(~0u) >> draw(32));
+                expected[i] = detail::convertElement<To>(source[i]);
+            }
+            way.convert(&out[place], &source[place], length);
+            ASSERT_TRUE(same(expected, out)) << &way - ways << __PRETTY_FUNCTION__;
+        }
+    }
+}
+
+TEST(Convert, everyKindOfRegisterGivesTheSame) {
+    checkRuns<wchar_t, char>();
+    checkRuns<unsigned short, char>();
+    checkRuns<wchar_t, unsigned short>();
+    checkRuns<unsigned short, wchar_t>();
+    checkRuns<char, unsigned short>();
+    checkRuns<char, wchar_t>();
+}
+
+#endif
 
 TEST(Convert, pointersAreReadToTheFirstZeroAndNullNotAtAll) {
     std::wstring wide = L"old";

@@ -7,11 +7,14 @@
 #include <string>
 #include <type_traits>
 
-#if defined(__SSE2__) && !defined(__clang__)
+#if defined(__SSE2__)
 #    include <Halvora/text/detail/PackX86.h>
 #elif defined(__ARMEL__) && defined(__ARM_FEATURE_UNALIGNED) && !defined(__ARM_NEON)
 #    include <Halvora/text/detail/WordsArm.h>
 #    define HALV_ARM_WORDS
+#endif
+#if defined(__x86_64__) && defined(__ELF__) && __SIZEOF_WCHAR_T__ == 4
+#    define HALV_LONG_RUNS
 #endif
 
 namespace Halvora::detail {
@@ -58,14 +61,14 @@ template <typename To, typename From>
 
 #else
 
-// Converts n elements between buffers that do not overlap. Compilers leave a loop of unknown length
-// scalar at -O2, but not one of exactly 16: the last block ends at n and overlaps the one before.
+// Compilers leave a loop of unknown length scalar at -O2, but not one of exactly 16: the last block
+// ends at n and overlaps the one before.
 template <typename To, typename From>
-void convertRun(To* __restrict out, From const* __restrict in, std::size_t n) noexcept {
+void convertBlocks(To* __restrict out, From const* __restrict in, std::size_t n) noexcept {
     constexpr std::size_t blockLength = 16;
     auto const convertBlock = [](To* __restrict to, From const* __restrict from) {
-#    if defined(__SSE2__) && !defined(__clang__)
-        if constexpr (sizeof(To) == 1) {
+#    if defined(__SSE2__)
+        if constexpr (sizeof(To) < sizeof(From)) {
             packBlock(to, from, replacement);
             return;
         }
@@ -81,10 +84,43 @@ void convertRun(To* __restrict out, From const* __restrict in, std::size_t n) no
         return;
     }
     std::size_t const last = n - blockLength;
-    for (std::size_t at = 0; at < last; at += blockLength) {
+    std::size_t at = 0;
+#    ifdef HALV_LONG_RUNS // where space is cheap, a text of one block goes straight through
+    convertBlock(out, in);
+    if (last == 0) {
+        return;
+    }
+    at = blockLength;
+#    endif
+    for (; at < last; at += blockLength) {
         convertBlock(out + at, in + at);
     }
     convertBlock(out + last, in + last);
+}
+
+#    ifdef HALV_LONG_RUNS
+
+// The same for at least `longLength` elements, with the best that the processor has.
+template <typename To, typename From>
+void convertLong(To* out, From const* in, std::size_t n) noexcept;
+
+// From here on that is worth the call.
+inline constexpr std::size_t longLength = 128;
+
+#    endif
+
+// Converts n elements between buffers that do not overlap.
+template <typename To, typename From>
+void convertRun(To* __restrict out, From const* __restrict in, std::size_t n) noexcept {
+#    ifdef HALV_LONG_RUNS
+    if constexpr (sizeof(To) != sizeof(From)) {
+        if (__builtin_expect(n >= longLength, false)) {
+            convertLong(out, in, n);
+            return;
+        }
+    }
+#    endif
+    convertBlocks(out, in, n);
 }
 
 #endif
