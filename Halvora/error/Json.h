@@ -5,7 +5,6 @@
 #include <Halvora/text/Convert.h>
 #include <Halvora/text/Utf8.h>
 #include <Halvora/types/Binary16.h>
-#include <Halvora/types/ElementTypes.h>
 #include <Halvora/types/HalvTypes.h>
 
 #include <charconv>
@@ -59,7 +58,7 @@ inline void appendEscaped(std::string& out, std::wstring_view text) {
     out += utf8;
 }
 
-inline void appendJsonText(std::string& out, std::wstring_view text) {
+inline void appendJson(std::string& out, std::wstring const& text) {
     out += '"';
     std::wstring_view const rest = appendPlain(out, text);
     if (!rest.empty()) {
@@ -69,7 +68,7 @@ inline void appendJsonText(std::string& out, std::wstring_view text) {
 }
 
 // The hexadecimal form, and the grouped one under a name of its own.
-inline void appendJsonId(std::string& out, Binary16 const& id) {
+inline void appendJson(std::string& out, Binary16 const& id) {
     constexpr char digits[] = "0123456789ABCDEF";
     out += "\"0x";
     for (int i = 15; i >= 0; --i) {
@@ -81,7 +80,7 @@ inline void appendJsonId(std::string& out, Binary16 const& id) {
     out += '"';
 }
 
-inline void appendJsonNumber(std::string& out, bool value) {
+inline void appendJson(std::string& out, bool value) {
     out += value ? "true" : "false";
 }
 
@@ -103,7 +102,7 @@ void appendJsonReal(std::string& out, T value) {
 }
 
 template <typename T>
-void appendJsonNumber(std::string& out, T value) {
+void appendJson(std::string& out, T value) {
     if constexpr (std::is_floating_point_v<T>) {
         appendJsonReal(out, value);
     } else {
@@ -112,22 +111,11 @@ void appendJsonNumber(std::string& out, T value) {
 }
 
 inline void appendJsonValue(std::string& out, HLVError::Param const& param) {
-    bool const hasValue = ElementTypes::visit(param.getDataType(), [&](auto const& row) {
-        using Row = std::decay_t<decltype(row)>;
-        if constexpr (Row::isText) {
-            appendJsonText(out, param.getDataString());
-        } else if constexpr (std::is_same_v<typename Row::Value, Binary16>) {
-            appendJsonId(out, param.getData());
-        } else {
-            typename Row::Value value{};
-            param.getValue(value);
-            appendJsonNumber(out, value);
-        }
-    });
+    bool const hasValue = visitValue(param, [&out](auto const& value) { appendJson(out, value); });
     out += hasValue ? "" : "null";
     if (param.getDataType() == DT_STRINGRES) {
         out += ",\"id\":";
-        appendJsonId(out, param.getData());
+        appendJson(out, param.getData());
     }
 }
 

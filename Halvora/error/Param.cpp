@@ -4,13 +4,11 @@
 #include <ostream>
 #include <stdexcept>
 #include <string_view>
-#include <type_traits>
 
 #include <Halvora/error/detail/Literal.h>
 #include <Halvora/text/Convert.h>
 #include <Halvora/text/ResString.h>
 #include <Halvora/text/detail/Encoding.h>
-#include <Halvora/types/ElementTypes.h>
 
 namespace Halvora {
 
@@ -23,14 +21,10 @@ wchar_t const* notNull(wchar_t const* text) {
     return text;
 }
 
-void writeText(std::wostream& stream, std::wstring const& text) {
-    stream << text;
-}
-
 // Converted piece by piece on the stack, with the effect of one insertion: after a piece that fails
 // another one would set failbit too. Only a long text is built whole that a field width pads or
 // that is flushed at once.
-void writeText(std::ostream& stream, std::wstring const& text) {
+void writeValue(std::ostream& stream, std::wstring const& text) {
     bool const isWhole = stream.width() != 0 || (stream.flags() & std::ios_base::unitbuf) != 0;
     if (text.size() > detail::chunkLength && isWhole) {
         stream << Convert::toAString(text);
@@ -54,37 +48,26 @@ std::wstring grouped(std::wostream const&, Binary16 const& value) {
     return Convert::toWString(value);
 }
 
-template <typename Stream, typename T>
-void writeNumber(Stream& stream, T value) {
-    stream << value;
+template <typename Stream>
+void writeValue(Stream& stream, Binary16 const& value) {
+    value.write(stream);
+    stream << detail::literal<typename Stream::char_type>("/", L"/") << grouped(stream, value);
 }
 
 template <typename Stream>
-void writeNumber(Stream& stream, unsigned char value) {
+void writeValue(Stream& stream, unsigned char value) {
     stream << static_cast<int>(value);
 }
 
-template <typename Stream>
-void writeId(Stream& stream, Binary16 const& value) {
-    value.write(stream);
-    stream << detail::literal<typename Stream::char_type>("/", L"/") << grouped(stream, value);
+template <typename Stream, typename T>
+void writeValue(Stream& stream, T const& value) {
+    stream << value;
 }
 
 // Not once for the member and once for the free operator.
 template <typename Stream>
 [[gnu::noinline]] Stream& write(Stream& stream, HLVError::Param const& param) {
-    ElementTypes::visit(param.getDataType(), [&](auto const& row) {
-        using Row = std::decay_t<decltype(row)>;
-        if constexpr (Row::isText) {
-            writeText(stream, param.getDataString());
-        } else if constexpr (std::is_same_v<typename Row::Value, Binary16>) {
-            writeId(stream, param.getData());
-        } else {
-            typename Row::Value value{};
-            param.getValue(value);
-            writeNumber(stream, value);
-        }
-    });
+    detail::visitValue(param, [&stream](auto const& value) { writeValue(stream, value); });
     return stream;
 }
 

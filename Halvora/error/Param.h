@@ -5,6 +5,7 @@
 #include <Halvora/text/Convert.h>
 #include <Halvora/text/HLVString.h>
 #include <Halvora/types/Binary16.h>
+#include <Halvora/types/ElementTypes.h>
 #include <Halvora/types/HalvTypes.h>
 
 #include <climits>
@@ -204,6 +205,28 @@ private:
     Binary16 m_data;
     std::wstring m_dataString;
 };
+
+namespace detail {
+
+// Calls `visit` with the value as what it is: a number, a `Binary16` or a text. False, and no call,
+// when there is none.
+template <typename Visit>
+bool visitValue(HLVError::Param const& param, Visit visit) {
+    return ElementTypes::visit(param.getDataType(), [&](auto const& row) {
+        using Row = std::decay_t<decltype(row)>;
+        if constexpr (Row::isText) {
+            visit(param.getDataString());
+        } else if constexpr (std::is_same_v<typename Row::Value, Binary16>) {
+            visit(param.getData());
+        } else {
+            typename Row::Value value{};
+            param.getValue(value);
+            visit(value);
+        }
+    });
+}
+
+} // namespace detail
 
 template <typename... Values, typename>
 std::unique_ptr<HLVError> HLVError::create(int code, Values const&... values) {

@@ -57,7 +57,7 @@ std::string quoted(std::wstring const& units) {
 
 void writeJsonText(std::ostream& stream, std::wstring const& text) {
     std::string json;
-    detail::appendJsonText(json, text);
+    detail::appendJson(json, text);
     stream << ",\"length\":" << text.size() << ",\"text\":" << json;
     bool isExact = true;
     detail::forEachCharacter(
@@ -104,7 +104,7 @@ void printJson(std::ostream& stream, Kind const& kind, Record const& record) {
         << "\",\"size\":" << record.size;
     if (kind.idSize != 0) {
         std::string id;
-        detail::appendJsonId(id, record.id);
+        detail::appendJson(id, record.id);
         out << ",\"id\":" << id;
     }
     if (kind.maxLength != 0) {
