@@ -25,11 +25,13 @@ function find(query) {
   return hits.sort((a, b) => a[0] - b[0]).map(hit => hit[1]);
 }
 
-// The text around the first word that was found.
+// The text around the first word that was found, from one word's begin to another's end.
 function excerpt(text, query) {
   const at = text.toLowerCase().indexOf(query.toLowerCase().split(/\s+/)[0]);
   const from = text.lastIndexOf(" ", Math.max(0, at - 60)) + 1;
-  return (from > 0 ? "\u2026 " : "") + text.slice(from, from + 160);
+  const shown = text.slice(from, from + 160);
+  const isCut = from + shown.length < text.length;
+  return (from > 0 ? "\u2026 " : "") + (isCut ? shown.replace(/\s\S*$/, " \u2026") : shown);
 }
 
 function show(query) {

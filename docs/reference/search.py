@@ -22,7 +22,8 @@ def sections(html):
         page = read(path)
         headings = list(page.headings.items())
         first = [page.text(anchor) for anchor in page.texts if anchor not in page.headings]
-        yield [page.title, path.name, " ".join(first)]
+        begin = " ".join(first).strip() or page.text(headings[0][0] if headings else "")
+        yield [page.title, path.name, begin]
         for anchor, heading in headings:
             yield [f"{page.title}: {heading}", f"{path.name}#{anchor}", page.text(anchor)]
 
