@@ -117,12 +117,12 @@ struct ArrayModel {
         std::string found;
         forEachArrayRow([&](auto row) {
             Count n = 4711;
-            auto const marker = row.value(9), *values = &marker;
+            auto const marker = row.value(0), *values = &marker;
             int const code = row.get(array, n, values);
             auto const view = viewOf<typename decltype(row)::Value>(array);
             if (row.type != type) {
                 bool const isRefused = code == ERR_WRONG_TYPE && n == 4711 && values == &marker;
-                found += isRefused ? "" : std::string("it is read as ") + row.name;
+                isRefused ? found : found.append("it is read as ").append(row.name);
             } else if (code != 0 || n != seeds.size() || storage != (values != nullptr) ||
                        array.getByteSize() != n * row.width() || view.data() != values ||
                        array.getData() != (row.isText ? nullptr : values) || view.size() != n ||
@@ -133,7 +133,7 @@ struct ArrayModel {
                     return v == decltype(row)::value(seed);
                 };
                 auto const at = std::mismatch(values, values + n, seeds.begin(), isRight).first;
-                found += at != values + n ? "its element " + std::to_string(at - values) : "";
+                at == values + n ? found : found += "its element " + std::to_string(at - values);
             }
         });
         return found;

@@ -24,8 +24,9 @@ struct ArrayProgram {
         forEachArrayRow([&](auto row) { row.type == type ? Step(*this, row).take() : void(); });
         for (std::size_t i = 0; i < 3 && complaint.empty(); ++i) {
             std::string const wrong = models[i].differs(arrays[i]);
-            std::string const should = "abc"[i] + (" should be " + models[i].text()) + ", but ";
-            complaint = wrong.empty() ? "" : should + wrong;
+            if (!wrong.empty()) {
+                complaint = "abc"[i] + (" should be " + models[i].text()) + ", but " + wrong;
+            }
         }
         return complaint.empty();
     }
