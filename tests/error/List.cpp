@@ -37,6 +37,9 @@ TEST(List, takesErrorsAndWarningsAndChangesAtAPosition) {
     } const rows[] = {
         {"nothing",     [](List&,   Position&) {},                                           {-1, 2, -3}    },
         {"add",         [](List& l, Position&) { EXPECT_TRUE(l += new HLVError(-4)); },      {-1, 2, -3, -4}},
+        {"a warning",
+         [](List& l,                Position&) { EXPECT_FALSE(l += new HLVError(4)); },
+         {-1, 2, -3, 4}                                                                                     },
         {"add null",    [](List& l, Position&) { EXPECT_FALSE(l.add(nullptr)); },            {-1, 2, -3}    },
         {"add itself",  [](List& l, Position&) { EXPECT_FALSE(l.add(l)); },                  {-1, 2, -3}    },
         {"make of one", [](List& l, Position&) { l = List(new HLVError(-4)); },              {-4}           },

@@ -131,16 +131,18 @@ TEST(Convert, everyKindOfRegisterGivesTheSame) {
 #endif
 
 TEST(Convert, pointersAreReadToTheFirstZeroAndNullNotAtAll) {
-    std::wstring wide = L"old";
-    std::string narrow(3, '\0');
-    auto const widened = [&](auto const* text) { return Convert::toWString(wide, text), wide; };
-    auto const narrowed = [&](auto text) { return Convert::toAString(narrow, 3, text), narrow; };
+    auto const widened = [](auto const* text, std::wstring out = L"old") {
+        return Convert::toWString(out, text), out;
+    };
+    auto const narrowed = [](auto text, std::string out = "old") {
+        return Convert::toAString(out, 3, text), out;
+    };
     EXPECT_EQ(L"a", widened(HLVString{'a', 0, 'b'}.c_str()));
     EXPECT_EQ(L"\xE9", widened("\xE9\0b"));
     EXPECT_EQ(L"", widened(static_cast<char const*>(nullptr)));
     EXPECT_EQ(L"", widened(static_cast<unsigned short const*>(nullptr)));
     EXPECT_EQ(std::string("a\0b", 3), narrowed(L"a\0b"));
-    EXPECT_EQ("", narrowed(nullptr)); // over the text before
+    EXPECT_EQ("", narrowed(nullptr));
     EXPECT_EQ("", narrowed(static_cast<wchar_t const*>(nullptr)) +
                       narrowed(static_cast<unsigned short const*>(nullptr)));
 }

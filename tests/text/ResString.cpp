@@ -71,7 +71,8 @@ TEST(ResString, textByExample) {
         auto const view = viewOf(wide);
         for (ResString const& text : {ResString(id, wide), ResString(id, unitsOf(wide)),
                                       ResString(id, view), ResString(view)}) {
-            EXPECT_TRUE(same(kept, text.wstr()) && text == view && !(text != view)) << shown(wide);
+            EXPECT_TRUE(same(kept, text.wstr())) << "of " << shown(wide);
+            EXPECT_TRUE(text == view && !(text != view)) << shown(wide);
             EXPECT_EQ(18 + 2 * kept.size(), text.size());
         }
         bool const fits = wide.size() <= 128;
@@ -123,7 +124,8 @@ TEST(ResString, eachAssignmentReplacesTheTextOrTheIdentifier) {
         loaded.set(&text);
         copy = text;
         for (ResString const& one : {text, copy, loaded, ResString(text)}) {
-            EXPECT_TRUE(same(kept, std::wstring(one.c_str())) && one.id() == Binary16(round));
+            EXPECT_TRUE(same(kept, std::wstring(one.c_str())));
+            EXPECT_EQ(Binary16(round), one.id());
         }
         auto const from = draw(std::min<std::size_t>(kept.size(), 127) + 1);
         text = unitsOf(kept.substr(0, 127) + L'\0'); // so that there is an end

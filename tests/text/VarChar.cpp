@@ -31,11 +31,21 @@ TEST(VarChar, everySourceIsCutTo512Units) {
         counted.set(wide.data(), static_cast<unsigned short>(length));
         narrowCounted.set(narrow.data(), length);
         VarChar::set(narrow.c_str(), &raw);
-        for (VarChar const& value :
-             {VarChar(wide), counted, VarChar(counted), narrowCounted, VarChar(narrow.c_str()), raw,
-              VarChar(viewOf(wide)), VarChar(viewOf(narrow))}) {
-            EXPECT_TRUE(same(kept, value.wstr()) && value == viewOf(wide)) << length;
-            EXPECT_TRUE(value != viewOf(L'?' + wide) && value != viewOf('?' + narrow)) << length;
+        std::pair<char const*, VarChar> const sources[] = {
+            {"a wide string",             VarChar(wide)          },
+            {"a wide text and a length",  counted                },
+            {"a copy",                    VarChar(counted)       },
+            {"a narrow text, its length", narrowCounted          },
+            {"a narrow text to its zero", VarChar(narrow.c_str())},
+            {"a form in memory",          raw                    },
+            {"a wide view",               VarChar(viewOf(wide))  },
+            {"a narrow view",             VarChar(viewOf(narrow))},
+        };
+        for (auto const& [source, value] : sources) {
+            SCOPED_TRACE(source + (" of " + std::to_string(length)));
+            EXPECT_TRUE(same(kept, value.wstr()));
+            EXPECT_TRUE(value == viewOf(wide) && value != viewOf(L'?' + wide) &&
+                        value != viewOf('?' + narrow));
         }
         EXPECT_EQ(VarChar::fits(wide) && VarChar::fits(narrow), length <= 512);
         EXPECT_EQ(VarChar::fits(viewOf(wide)), length <= 512);
@@ -68,6 +78,11 @@ TEST(VarChar, rawFormsAndSlotsLieAnywhere) {
     EXPECT_TRUE(
         VarChar::equal(&"\2\0A\0\xE9"[0], (L'A' + wideUnit(0x100E9)).c_str(), 2)); // cut to 16 bits
     EXPECT_FALSE(VarChar::equal(&"\2\0A\0\xE9"[0], L"A\x1E9", 2));
+    for (unsigned const length : {511u, 512u, 513u, 768u, 1024u, 65535u}) { // none is longer
+        std::wstring const text(length, L'a');
+        HLVString const raw = static_cast<unsigned short>(length) + HLVString(length, 'a');
+        EXPECT_EQ(length <= 512, VarChar::equal(raw.data(), text.data(), length)) << length;
+    }
     std::string slots(17, '#');
     VarChar::set(L"abc", 2, 4, &slots[1]);
     VarChar::set(static_cast<wchar_t const*>(nullptr), 3, 1, &slots[12]);
