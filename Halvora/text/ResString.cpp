@@ -26,7 +26,7 @@ namespace {
 constexpr std::size_t lengthOffset = 16;
 constexpr std::size_t textOffset = 18;
 
-// As it stands; 0 for null.
+// The length as it stands there; 0 for null.
 unsigned short lengthField(void const* packed) noexcept {
     return packed == nullptr ? 0 : detail::unitAt(static_cast<char const*>(packed) + lengthOffset);
 }

@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t unitsOffset = 2;
 constexpr int fillByte = 0x30;
 
-// As it stands; 0 for null.
+// The length as it stands there; 0 for null.
 unsigned short lengthField(void const* raw) noexcept {
     return raw == nullptr ? 0 : detail::unitAt(raw);
 }
