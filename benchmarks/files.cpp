@@ -103,15 +103,23 @@ template <typename Data, typename Text>
 
 void addOurs(std::string const& sample, std::size_t n, Texts const& texts) {
     auto const& [utf8, wide, units] = texts;
-    addConversion("UTF-8 to wide" + sample, n, wide, utf8, Utf8::toWString,
-                  [](auto& out, auto& in) { Convert::toWString(out, in); });
-    addConversion("UTF-8 to 16-bit" + sample, n, units, utf8, Utf8::toHLVString,
-                  [](auto& out, auto& in) { Convert::toHLVString(out, in); });
+    addConversion(
+        "UTF-8 to wide" + sample, n, wide, utf8,
+        [](auto& out, auto& in) { Utf8::toWString(out, in); },
+        [](auto& out, auto& in) { Convert::toWString(out, in); });
+    addConversion(
+        "UTF-8 to 16-bit" + sample, n, units, utf8,
+        [](auto& out, auto& in) { Utf8::toHLVString(out, in); },
+        [](auto& out, auto& in) { Convert::toHLVString(out, in); });
     auto const narrow = [](auto& out, auto& in) {
         Convert::toAString(out, static_cast<unsigned int>(in.size()), in.data());
     };
-    addConversion("wide to UTF-8" + sample, n, utf8, wide, Utf8::fromWString, narrow);
-    addConversion("16-bit to UTF-8" + sample, n, utf8, units, Utf8::fromHLVString, narrow);
+    addConversion(
+        "wide to UTF-8" + sample, n, utf8, wide,
+        [](auto& out, auto& in) { Utf8::fromWString(out, in); }, narrow);
+    addConversion(
+        "16-bit to UTF-8" + sample, n, utf8, units,
+        [](auto& out, auto& in) { Utf8::fromHLVString(out, in); }, narrow);
     bench::addBoth(
         "UTF-8 is valid" + sample, n, true, [utf8 = utf8] { return Utf8::isValid(utf8); },
         [utf8 = utf8] { return std::memchr(utf8.data(), 0, utf8.size()) == nullptr; });
