@@ -21,9 +21,11 @@ constexpr std::uint32_t illFormed = 0xFFFFFFFF;
 #ifdef HALV_UTF8_X86
 constexpr bool canReadNearEnd = true;
 constexpr bool countsLate = true; // not before an output is found too small
+constexpr std::size_t frontLength = 128;
 #else
 constexpr bool canReadNearEnd = false;
 constexpr bool countsLate = false;
+constexpr std::size_t frontLength = static_cast<std::size_t>(-1);
 #endif
 
 constexpr bool isSurrogate(std::uint32_t code) noexcept {
@@ -327,17 +329,30 @@ template <typename String, typename From>
     return result;
 }
 
+#ifdef HALV_UTF8_X86
+// What the front of convert has no room for.
 template <typename String, typename From>
-[[gnu::flatten]] Utf8Result convert(String& out, From const* text, std::size_t n) {
+[[gnu::noinline]] Utf8Result convertBehind(String& out, From const* text, std::size_t n) {
+    if (n <= sliceLength && (n < frontLength || n != out.size())) {
+        return convertShort(out, text, n);
+    }
     if (n == out.size() && detail::copyAscii(out.data(), text, n)) {
         return {0, n};
     }
-#ifdef HALV_UTF8_X86
-    if (n <= sliceLength) {
-        return convertShort(out, text, n);
-    }
-#endif
     return convertFallback(out, text, n);
+}
+#endif
+
+template <typename String, typename From>
+[[gnu::flatten]] Utf8Result convert(String& out, From const* text, std::size_t n) {
+    if (n == out.size() && n < frontLength && detail::copyAscii(out.data(), text, n)) {
+        return {0, n};
+    }
+#ifdef HALV_UTF8_X86
+    return convertBehind(out, text, n);
+#else
+    return convertFallback(out, text, n);
+#endif
 }
 
 Byte const* bytesOf(std::string_view text) noexcept {

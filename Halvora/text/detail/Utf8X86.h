@@ -9,13 +9,11 @@
 
 namespace Halvora::detail {
 
-// What Utf8 does on x86-64 with registers of 16 bytes. It may go this far beyond where it is to
-// stop, and write this much behind what counts.
-inline constexpr std::ptrdiff_t slackX86 = 64;
+// What Utf8 does on x86-64 with registers of 16 bytes.
 
-template <typename Unit>
-void storeX86(Unit* out, __m128i value) noexcept {
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), value);
+// Each bit of `value` where that of `isKept` is set, elsewhere that of `other`.
+inline __m128i selectX86(__m128i isKept, __m128i value, __m128i other) noexcept {
+    return _mm_or_si128(_mm_and_si128(isKept, value), _mm_andnot_si128(isKept, other));
 }
 
 inline std::uint32_t bytesX86(void const* at) noexcept {
