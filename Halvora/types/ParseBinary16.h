@@ -37,14 +37,23 @@ inline constexpr std::string_view groupedForm = "DDCCBBAA-FFEE-HHGG-IIJJ-KKLLMMN
 
 inline constexpr unsigned int noDigit = 16;
 
-// Chooses without a branch: no processor foresees whether a digit or a letter comes.
+// What the characters from '0' to 'f' are worth as digits.
+struct DigitValues {
+    unsigned char of['f' - '0' + 1] = {};
+
+    constexpr DigitValues() noexcept {
+        for (unsigned int i = 0; i < sizeof of; ++i) {
+            unsigned int const letter = ((i + '0') | 0x20u) - 'a'; // of either case
+            of[i] = static_cast<unsigned char>(i < 10 ? i : letter < 6 ? letter + 10 : noDigit);
+        }
+    }
+};
+inline constexpr DigitValues digitValues;
+
 template <typename Char>
 constexpr unsigned int digitValue(Char c) noexcept {
-    unsigned int const code = static_cast<unsigned int>(c);
-    unsigned int const digit = code - '0';
-    unsigned int const letter = (code | 0x20u) - 'a'; // of either case
-    unsigned int const value = digit < 10 ? digit : letter + 10;
-    return digit < 10 || letter < 6 ? value : noDigit;
+    unsigned int const at = static_cast<unsigned int>(c) - '0';
+    return at < sizeof digitValues.of ? digitValues.of[at] : noDigit;
 }
 
 // What an unchecked digit is worth: the six characters behind '9' go on with 10, what is none is 0.
@@ -59,35 +68,62 @@ constexpr unsigned char byteOfDigits(char high, char low) noexcept {
     return static_cast<unsigned char>(digitValueUnchecked(high) << 4 | digitValueUnchecked(low));
 }
 
+// Where the first digit of each byte stands in a form.
+struct DigitPlaces {
+    unsigned char of[16] = {};
+
+    constexpr explicit DigitPlaces(std::string_view form) noexcept {
+        for (std::size_t i = 0; i < 16; ++i) {
+            of[i] = static_cast<unsigned char>(form.find(static_cast<char>('A' + i)));
+        }
+    }
+};
+inline constexpr DigitPlaces hexadecimalPlaces{hexadecimalForm};
+inline constexpr DigitPlaces groupedPlaces{groupedForm};
+
+// Finds what is wrong with a text that is not of the form.
 template <typename Char>
-constexpr ParseResult parse(std::basic_string_view<Char> text, Binary16& value) noexcept {
-    bool const isHexadecimal = text.size() > 1 && text[0] == '0' && text[1] == 'x';
-    std::string_view const form = isHexadecimal ? hexadecimalForm : groupedForm;
-    Binary16 parsed;
-    unsigned int digits = 0; // those before, the last one lowest
+constexpr ParseResult faultOf(std::basic_string_view<Char> text, std::string_view form) noexcept {
     for (std::size_t i = 0; i < form.size(); ++i) {
         if (i == text.size()) {
             return {PARSE_TOO_SHORT, i};
         }
-        unsigned int const byte = static_cast<unsigned int>(form[i]) - 'A';
-        if (byte >= 16) {
-            if (text[i] != static_cast<Char>(form[i])) {
-                return {PARSE_BAD_CHARACTER, i};
-            }
-            continue;
-        }
-        unsigned int const digit = digitValue(text[i]);
-        if (digit == noDigit) {
+        bool const isDigit = form[i] >= 'A' && form[i] < 'A' + 16;
+        if (isDigit ? digitValue(text[i]) == noDigit : text[i] != static_cast<Char>(form[i])) {
             return {PARSE_BAD_CHARACTER, i};
         }
-        digits = digits << 4 | digit;
-        parsed.m_bytes[byte] = static_cast<unsigned char>(digits); // its second digit stays
     }
-    if (text.size() > form.size()) {
-        return {PARSE_TOO_LONG, form.size()};
+    return {PARSE_TOO_LONG, form.size()};
+}
+
+// Whether every digit and hyphen of a text as long as its form is one, and then the value.
+template <typename Char>
+constexpr bool takes(Char const* text, bool isHexadecimal, Binary16& value) noexcept {
+    unsigned char const* const places = isHexadecimal ? hexadecimalPlaces.of : groupedPlaces.of;
+    Binary16 parsed;
+    unsigned int all = 0; // what is no digit leaves a bit
+    for (std::size_t i = 0; i < 16; ++i) {
+        unsigned int const high = digitValue(text[places[i]]);
+        unsigned int const low = digitValue(text[places[i] + 1u]);
+        all |= high | low;
+        parsed.m_bytes[i] = static_cast<unsigned char>(high << 4 | low);
+    }
+    if ((all & noDigit) != 0 || (!isHexadecimal && (text[8] != '-' || text[13] != '-' ||
+                                                    text[18] != '-' || text[23] != '-'))) {
+        return false;
     }
     value = parsed;
-    return {PARSE_DONE, text.size()};
+    return true;
+}
+
+template <typename Char>
+constexpr ParseResult parse(std::basic_string_view<Char> text, Binary16& value) noexcept {
+    bool const isHexadecimal = text.size() > 1 && text[0] == '0' && text[1] == 'x';
+    std::string_view const form = isHexadecimal ? hexadecimalForm : groupedForm;
+    if (text.size() == form.size() && takes(text.data(), isHexadecimal, value)) {
+        return {PARSE_DONE, text.size()};
+    }
+    return faultOf(text, form);
 }
 
 struct Parsed {

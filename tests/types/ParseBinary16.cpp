@@ -48,8 +48,11 @@ TEST(ParseBinary16, takesTwoFormsAndNothingElse) {
     }
     Binary16 value;
     for (auto const& [at, character] : {std::pair(7u, 0x10030), std::pair(8u, 0x1002D)}) {
-        std::wstring form = L"00000000-";
+        std::wstring form = L"00000000-0000-0000-0000-000000000000";
         form[at] = static_cast<wchar_t>(character); // as 16 bits it is the right one
+        EXPECT_EQ(sizeof(wchar_t) == 2 ? PARSE_DONE : PARSE_BAD_CHARACTER,
+                  parseBinary16(form, value).status);
+        form.pop_back();
         EXPECT_EQ(sizeof(wchar_t) == 2 ? PARSE_TOO_SHORT : PARSE_BAD_CHARACTER,
                   parseBinary16(form, value).status);
     }
