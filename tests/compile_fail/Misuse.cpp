@@ -79,5 +79,10 @@ void use(HLVArray& array, Binary16& value, ResString const& text, VarChar& raw, 
     auto const set = &HLVArray::setString;
     auto const trace = &Exception::addTrace;
     (array.*add)({}), (array.*set)(0, {L"ab", 1}), (e.*trace)("x");
+#    if defined(HALV_CASE_4) && __SIZEOF_LONG__ == 4
+    static_cast<void>(viewOf<long>(array));
+#    elif defined(HALV_CASE_4)
+#        error "every long is an element here"
+#    endif
 }
 #endif
