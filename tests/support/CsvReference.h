@@ -62,8 +62,13 @@ inline std::string eventsOf(CsvReader& reader) {
         events += eventOf(reader.line(), reader.lineCount(), fields);
     }
     auto const& counts = reader.counts();
-    bool const addsUp = counts.lines == counts.recordLines + counts.faultLines + counts.blankLines;
-    return events + (addsUp ? "" : "the counts do not add up");
+    if (counts.lines != counts.recordLines + counts.faultLines + counts.blankLines) {
+        events += std::to_string(counts.lines) +
+                  " lines are not those of records, faults and no text: " +
+                  std::to_string(counts.recordLines) + ", " + std::to_string(counts.faultLines) +
+                  ", " + std::to_string(counts.blankLines);
+    }
+    return events;
 }
 
 // Of a text (no length), or of a stream that gives so many bytes at a time.

@@ -14,7 +14,8 @@ void checkEvents(std::string const& text, char separator, std::size_t limit,
     static constexpr std::size_t lengths[] = {unlimited, 0, 1, 2, 3, 20000};
     for (std::size_t const length : lengths) {
         ASSERT_EQ(expected, eventsOf(text, separator, limit, length))
-            << testing::PrintToString(text) << " in pieces of " << length;
+            << testing::PrintToString(text) << " as a view (-1) or in pieces of "
+            << static_cast<long>(length);
     }
 }
 

@@ -72,7 +72,8 @@ TEST(Binary16, showsItsBytesInTwoForms) {
         Byte bytes[16];
         value.toUuidBytes(bytes);
         for (unsigned i = 0; i < 16; ++i) {
-            EXPECT_EQ(Convert::toByte(digits[2 * i], digits[2 * i + 1]), bytes[i]) << grouped << i;
+            EXPECT_EQ(Convert::toByte(digits[2 * i], digits[2 * i + 1]), bytes[i])
+                << "byte " << i << " of " << grouped;
         }
         EXPECT_EQ(value, Binary16::fromUuidBytes(bytes));
     }
