@@ -146,22 +146,38 @@ void addContenders() {
 #endif
 }
 
+// What the chain and its copy need: 6 errors, 12 parameters, 6 texts, in their sizes.
+void allocateChains() {
+    void* blocks[24];
+    for (int i = 0; i < 24; ++i) {
+        blocks[i] = ::operator new(i < 6 ? sizeof(HLVError) : i < 18 ? sizeof(Param) : 80);
+    }
+    benchmark::DoNotOptimize(blocks);
+    for (void* block : blocks) {
+        ::operator delete(block);
+    }
+}
+
+// What the chain is when every part of it goes through the stream's own output.
+void insertChain(std::ostream& stream) {
+    for (int i = depth; i > 0; --i) {
+        stream << "Error " << -i << "\n  P1: " << text << "\n  P2: " << i - 1;
+        if (i != 1) {
+            stream << "\n---------------------------------------------------\n";
+        }
+    }
+}
+
 void addChains() {
     addChain("ours", [](std::ostream& stream) {
         HLVError::Holder const holder(makeChain(depth));
         HLVError::Holder const copy(holder);
         stream << copy;
     });
-    // What the chain and its copy need: 6 errors, 12 parameters, 6 texts, in their sizes.
-    add(chainName, depth, "limit", [] {
-        void* blocks[24];
-        for (int i = 0; i < 24; ++i) {
-            blocks[i] = ::operator new(i < 6 ? sizeof(HLVError) : i < 18 ? sizeof(Param) : 80);
-        }
-        benchmark::DoNotOptimize(blocks);
-        for (void* block : blocks) {
-            ::operator delete(block);
-        }
+    add(chainName, depth, "limit", allocateChains);
+    addChain("floor", [](std::ostream& stream) {
+        allocateChains();
+        insertChain(stream);
     });
     HLVError::Holder const three(makeChain(depth));
     std::ostringstream printed;
@@ -169,6 +185,7 @@ void addChains() {
     auto const isSame = [whole = printed.str()](std::string const& all) { return all == whole; };
     addPrint("chain: print", depth, "ours", holdsChain,
              [three](std::ostream& stream) { stream << three; });
+    addPrint("chain: print", depth, "floor", isSame, insertChain);
     addPrint("chain: print", depth, "limit", isSame,
              [whole = printed.str()](std::ostream& stream) { stream << whole; });
 

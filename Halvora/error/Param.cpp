@@ -1,6 +1,7 @@
 #include <Halvora/error/Param.h>
 
 #include <algorithm>
+#include <cstring>
 #include <ostream>
 #include <stdexcept>
 #include <string_view>
@@ -40,18 +41,13 @@ void writeValue(std::ostream& stream, std::wstring const& text) {
     } while (at < text.size() && stream.good());
 }
 
-std::string grouped(std::ostream const&, Binary16 const& value) {
-    return Convert::toAString(value);
-}
-
-std::wstring grouped(std::wostream const&, Binary16 const& value) {
-    return Convert::toWString(value);
-}
-
 template <typename Stream>
 void writeValue(Stream& stream, Binary16 const& value) {
+    using Char = typename Stream::char_type;
+    Char text[Binary16::GROUPED_LENGTH];
+    std::size_t const length = value.toGrouped(text, Binary16::GROUPED_LENGTH);
     value.write(stream);
-    stream << detail::literal<typename Stream::char_type>("/", L"/") << grouped(stream, value);
+    stream << detail::literal<Char>("/", L"/") << std::basic_string_view<Char>(text, length);
 }
 
 template <typename Stream>
@@ -108,7 +104,8 @@ HLVError::Param::Param(wchar_t const* text, std::size_t length)
 
 HLVError::Param::Param(char const* text)
     : m_type(DT_STRING),
-      m_dataString(detail::converted<std::wstring>(text, detail::terminatedLength(text))) {}
+      m_dataString(detail::converted<std::wstring>(text, text == nullptr ? 0 : std::strlen(text))) {
+}
 
 HLVError::Param::Param(std::string const& text)
     : m_type(DT_STRING), m_dataString(Convert::toWString(text)) {}

@@ -133,5 +133,22 @@ TEST(Param, writesATextAsOneInsertionAlsoWhereItIsCut) {
     }
 }
 
+template <typename Char>
+void expectNoAllocation(Param const& param) {
+    std::basic_ostringstream<Char> stream;
+    stream << param;
+    stream.seekp(0);
+    long const before = allocations();
+    stream << param;
+    EXPECT_EQ(before, allocations()) << param.getDataType() << " by " << sizeof(Char);
+}
+
+TEST(Param, printingAllocatesNothing) {
+    for (Param const& param : {Param(true), Param(-7LL), Param(id), Param("a text of a length")}) {
+        expectNoAllocation<char>(param);
+        expectNoAllocation<wchar_t>(param);
+    }
+}
+
 } // namespace
 } // namespace Halvora::test
