@@ -93,6 +93,8 @@ public:
           m_reports(reports),
           m_watcher(std::move(watcher)),
           m_reader(m_file) {
+        rows.reserve(maxRecords); // whatever does not grow is not moved
+        records.rows.reserve(maxRecords);
         m_reader.setMaxRecordLength(maxRecordLength);
         m_reader.onFault([this](CsvReader::Fault const& fault) {
             takeFault(fault);
@@ -114,7 +116,7 @@ public:
         if (!m_blocks.isOpen() || m_hasFailed) {
             return HLVError::create(unreadableFile, m_fileName);
         }
-        if (records.empty()) {
+        if (records.rows.empty()) {
             return HLVError::create(foreignFile, m_fileName);
         }
         return m_isEndless ? HLVError::create(endlessLine, m_fileName, lines.read) : nullptr;
@@ -122,14 +124,14 @@ public:
 
     Registry::LineCounts lines;
 
-    std::vector<Record> records;
+    Records records;
     std::unordered_map<Binary16, int> rows;
 
 private:
     struct Foreign {};
 
     void watch() {
-        if (records.empty() && m_reports.errors() >= maxForeign) {
+        if (records.rows.empty() && m_reports.errors() >= maxForeign) {
             throw Foreign();
         }
     }
@@ -141,7 +143,7 @@ private:
             last == std::string_view::npos ? m_lineLength + block.size() : block.size() - last - 1;
         m_watcher(m_reader.counts().lines, static_cast<std::streamoff>(m_bytes));
         // Blank lines without end are no registry either.
-        m_isEndless = (records.empty() ? m_bytes : m_lineLength) > maxLineLength;
+        m_isEndless = (records.rows.empty() ? m_bytes : m_lineLength) > maxLineLength;
         return !m_isEndless;
     }
 
@@ -194,7 +196,7 @@ private:
         if (parseAssignment(m_fields[1], id) != kind->bits) {
             return refuse(malformedAssignment, fromUtf8(m_fields[1]));
         }
-        if (records.size() == maxRecords) {
+        if (records.rows.size() == maxRecords) {
             return refuse(tooManyRecords, maxRecords);
         }
         keep(id);
@@ -202,24 +204,24 @@ private:
 
     void keep(Binary16 const& id) {
         lines.taken += m_reader.lineCount();
-        Record record;
-        record.id = id;
-        record.line = static_cast<unsigned int>(m_reader.line());
         Convert::trim(m_fields[2], Convert::ms_strTrim);
         Convert::trim(m_fields[3], Convert::ms_strTrim);
-        auto const replaced = Utf8::toWString(record.maker, m_fields[2]).replaced +
-                              Utf8::toHLVString(record.address, m_fields[3]).replaced;
+        auto const replaced = Utf8::toWString(m_maker, m_fields[2]).replaced +
+                              Utf8::toHLVString(m_address, m_fields[3]).replaced;
         if (replaced != 0) {
             warn(bytesReplaced, id, static_cast<unsigned int>(replaced));
         }
-        if (!ResString::fits(record.address)) {
-            warn(addressCut, id, static_cast<unsigned int>(record.address.size()));
-            record.address.resize(ResString::maxLength);
+        if (!ResString::fits(m_address)) {
+            warn(addressCut, id, static_cast<unsigned int>(m_address.size()));
+            m_address.resize(ResString::maxLength);
         }
-        if (!rows.emplace(id, static_cast<int>(records.size())).second) {
-            warn(assignmentRepeated, id, record.maker);
+        if (!rows.emplace(id, static_cast<int>(records.rows.size())).second) {
+            warn(assignmentRepeated, id, m_maker);
         }
-        records.push_back(std::move(record));
+        records.rows.push_back(
+            {id, static_cast<unsigned int>(m_reader.line()), m_maker.size(), m_address.size()});
+        records.makers += m_maker;
+        records.addresses += m_address;
     }
 
     Blocks m_blocks;
@@ -229,6 +231,8 @@ private:
     Registry::Watcher m_watcher;
     CsvReader m_reader;
     std::vector<std::string> m_fields;
+    std::wstring m_maker;
+    HLVString m_address;
     std::uint64_t m_bytes = 0;
     std::uint64_t m_lineLength = 0;
     bool m_isEndless = false;
@@ -248,25 +252,32 @@ std::unique_ptr<HLVError> Registry::load(std::string const& fileName, Reports& r
     if (error == nullptr) {
         m_lines = loader.lines;
         m_rows = std::move(loader.rows);
-        fillColumns(std::move(loader.records));
+        fillColumns(loader.records);
     }
     return error;
 }
 
 // The counts are known, so the columns are made once and their elements set: appending texts one by
 // one would move all the texts before them each time.
-void Registry::fillColumns(std::vector<Record>&& records) {
-    auto const count = static_cast<unsigned short>(records.size());
+void Registry::fillColumns(Records const& records) {
+    auto const count = static_cast<unsigned short>(records.rows.size());
     ids.init(count, DT_ID);
     addresses.init(count, DT_STRINGRES);
     makers.init(count, DT_STRING);
     lineNumbers.init(count, DT_UINT32);
+    std::wstring maker;
+    HLVString address;
+    std::size_t makerAt = 0, addressAt = 0;
     for (unsigned short i = 0; i < count; ++i) {
-        Record const record = std::move(records[i]); // freed when its copy is made
-        ids.setID(i, record.id);
-        addresses.setResString(i, ResString(record.id, record.address));
-        makers.setString(i, record.maker);
-        lineNumbers.setUInt32(i, record.line);
+        Records::Row const& row = records.rows[i];
+        maker.assign(records.makers, makerAt, row.makerLength);
+        address.assign(records.addresses, addressAt, row.addressLength);
+        makerAt += row.makerLength;
+        addressAt += row.addressLength;
+        ids.setID(i, row.id);
+        addresses.setResString(i, ResString(row.id, address));
+        makers.setString(i, maker);
+        lineNumbers.setUInt32(i, row.line);
     }
 }
 

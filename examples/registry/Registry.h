@@ -2,6 +2,7 @@
 
 #include <Halvora/Halvora.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <ios>
@@ -12,11 +13,17 @@
 
 #include "Reports.h"
 
-struct Record {
-    Halvora::Binary16 id;
-    std::wstring maker;
-    Halvora::HLVString address;
-    unsigned int line = 0;
+// Records as they are read, until their number is known. Their texts stand one behind the other:
+// thousands of blocks that come and go would cost more than what is done with them.
+struct Records {
+    struct Row {
+        Halvora::Binary16 id;
+        unsigned int line;
+        std::size_t makerLength, addressLength;
+    };
+    std::vector<Row> rows;
+    std::wstring makers;
+    Halvora::HLVString addresses;
 };
 
 // The makers of network cards: for each assignment the identifier, the maker's name, and the
@@ -53,7 +60,7 @@ public:
     Halvora::HLVArray lineNumbers{Halvora::DT_UINT32};
 
 private:
-    void fillColumns(std::vector<Record>&& records);
+    void fillColumns(Records const& records);
 
     LineCounts m_lines;
     std::unordered_map<Halvora::Binary16, int> m_rows;
