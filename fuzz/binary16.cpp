@@ -1,6 +1,6 @@
-#include <Halvora/text/Convert.h>
-
 #include "Bytes.h"
+
+#include <tests/support/ReadReference.h>
 
 using namespace Halvora;
 
@@ -13,11 +13,7 @@ void run(Bytes& bytes) {
     slow.flags(flags);
     Binary16 value = Binary16::MAX, expected;
     value.read(stream);
-    slow.ignore(2);
-    char high = 0, low = 0;
-    for (unsigned char i = 16; i > 0 && slow >> high >> low;) {
-        expected.set(--i, Convert::toByte(high, low));
-    }
+    test::readSlowly(slow, expected);
     assert(value == expected && stream.rdstate() == slow.rdstate());
     assert(stream.rdbuf()->in_avail() == slow.rdbuf()->in_avail());
 }

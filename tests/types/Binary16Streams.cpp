@@ -1,13 +1,13 @@
 // Binary16 in streams that pad, translate, fail or throw: as if each character went by itself.
 
-#include <Halvora/text/Convert.h>
-
 #include <gtest/gtest.h>
 
 #include <iomanip>
 #include <locale>
 #include <random>
 #include <sstream>
+
+#include <tests/support/ReadReference.h>
 
 using namespace Halvora;
 
@@ -99,17 +99,6 @@ TEST(Binary16, isWrittenAsInsertionsOfItsCharacters) {
     }
 }
 
-void readSlowly(std::istream& stream, Binary16& value) {
-    value = Binary16();
-    char high = 0, low = 0;
-    stream.ignore(2);
-    for (int i = 15; i >= 0; --i) {
-        if (stream >> high >> low) {
-            value.set(static_cast<Byte>(i), Convert::toByte(high, low));
-        }
-    }
-}
-
 TEST(Binary16, isReadAsFormattedExtractionsOfItsCharacters) {
     std::mt19937 random(3);
     for (int round = 0; round < 30000 && !HasFailure(); ++round) {
@@ -120,8 +109,9 @@ TEST(Binary16, isReadAsFormattedExtractionsOfItsCharacters) {
         }
         auto const bits = static_cast<unsigned int>(random()), shown = 1 + bits / 512 % 40;
         Binary16 slow = Binary16::MAX, value = slow;
-        EXPECT_EQ(outcome(Pipe<char>(0, shown, text), bits, [&](auto& s) { readSlowly(s, slow); }),
-                  outcome(Pipe<char>(0, shown, text), bits, [&](auto& s) { value.read(s); }))
+        EXPECT_EQ(
+            outcome(Pipe<char>(0, shown, text), bits, [&](auto& s) { test::readSlowly(s, slow); }),
+            outcome(Pipe<char>(0, shown, text), bits, [&](auto& s) { value.read(s); }))
             << text;
         EXPECT_EQ(slow, value) << text;
     }
