@@ -1,5 +1,7 @@
 #include "Shown.h"
 
+#include <tests/support/ErrorProgram.h>
+
 namespace Halvora::test {
 namespace {
 
@@ -10,6 +12,34 @@ static_assert(std::is_convertible_v<HLVError*, Holder> &&
               !std::is_convertible_v<Holder, bool> &&
               std::is_nothrow_move_constructible_v<Holder> &&
               std::is_nothrow_move_assignable_v<Holder>);
+
+TEST(Holder, passesItsErrorOnOrCopiesIt) {
+    struct { // a holds -1 over 2, b holds -3
+        char const* name;
+        void (*act)(Holder& a, Holder& b);
+        std::string ofA, ofB;
+    } const rows[] = {
+        {"move",           [](Holder& a, Holder& b) { a.move(b); },                    "",        " -1 2"},
+        {"move to itself", [](Holder& a, Holder&) { a.move(a); },                      " -1 2",   " -3"  },
+        {"move nothing",   [](Holder&,   Holder& b) { Holder().move(b); },             " -1 2",   ""     },
+        {"copy",           [](Holder& a, Holder& b) { a.copy(b); },                    " -1 2",   " -1 2"},
+        {"copy to itself", [](Holder& a, Holder&) { a.copy(a); },                      " -1 2",   " -3"  },
+        {"copy nothing",   [](Holder&,   Holder& b) { Holder().copy(b); },             " -1 2",   ""     },
+        {"set",            [](Holder& a, Holder& b) { a.setError(b.extractError()); }, " -3",     ""     },
+        {"set its own",    [](Holder& a, Holder&) { a.setError(a.getError()); },       " -1 2",   " -3"  },
+        {"set null",       [](Holder& a, Holder&) { a.setError(nullptr); },            "",        " -3"  },
+        {"prepend",        [](Holder& a, Holder&) { a.prependError(4); },              " 4 -1 2", " -3"  },
+        {"prepend none",   [](Holder& a, Holder& b) { a.move(b), a.prependError(4); }, " 4",      " -1 2"},
+    };
+    for (auto const& row : rows) {
+        Holder a(new HLVError(2)), b(new HLVError(-3));
+        a.prepend(-1);
+        row.act(a, b);
+        EXPECT_EQ(row.ofA, chainOf(a.getError()).codes) << row.name;
+        EXPECT_EQ(row.ofB, chainOf(b.getError()).codes) << row.name;
+        EXPECT_TRUE(!a || a.getError() != b.getError()) << row.name;
+    }
+}
 
 template <typename Act>
 long cost(Act act) {

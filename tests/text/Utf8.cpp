@@ -9,6 +9,35 @@
 namespace Halvora::test {
 namespace {
 
+TEST(Utf8, replacesWhatIsIllFormedAndNothingElse) {
+    struct {
+        std::string bytes;
+        std::wstring text;
+        std::size_t replaced, position;
+    } const rows[] = {
+        {"",                   L"",                           0, 0},
+        {"a\xC3\xA9",          L"a\u00E9",                    0, 3},
+        {"\xEF\xBB\xBFz",      L"\uFEFFz",                    0, 4}, // a byte order mark
+        {"\xF0\x9F\x98\x80",   L"\U0001F600",                 0, 4},
+        {{"\0\x7F", 2},        {L"\0\x7F", 2},                0, 2},
+        {"\xC0\x80",           L"\uFFFD\uFFFD",               2, 0}, // a zero, too long
+        {"\xED\xA0\x80",       L"\uFFFD\uFFFD\uFFFD",         3, 0}, // a surrogate
+        {"ab\xF4\x90\x80\x80", L"ab\uFFFD\uFFFD\uFFFD\uFFFD", 4, 2}, // U+110000
+        {"\xE2\x82",           L"\uFFFD",                     1, 0}, // cut off
+        {"a\xF0\x9F\x98z\xFF", L"a\uFFFDz\uFFFD",             2, 1},
+    };
+    Utf8Outputs out;
+    for (auto const& [bytes, text, replaced, position] : rows) {
+        Utf8Result const result = Utf8::toWString(out.wide, bytes);
+        EXPECT_TRUE(out.wide == text && result == (Utf8Result{replaced, position}))
+            << testing::PrintToString(bytes) << " gives " << shown(out.wide) << ", "
+            << result.replaced << " replaced from " << result.position;
+        EXPECT_TRUE(out.decodes(bytes) && out.encodes(text) &&
+                    (replaced != 0 || out.bytes == bytes))
+            << testing::PrintToString(bytes);
+    }
+}
+
 TEST(Utf8, everyCodePointIsConvertedBothWays) {
     Utf8Outputs out;
     for (unsigned long first = 0; first < 0x110100; first += 128) { // and some beyond
