@@ -64,21 +64,6 @@ TEST(HLVError, messageIgnoresTheLocaleThatStreamsFollow) {
     std::locale::global(before);
 }
 
-#if defined(__cpp_lib_format)
-TEST(HLVError, isFormattedAsAStreamWritesItAndSoAreOthers) {
-    HLVError const error(-5, new Param(7));
-    Binary16 const id(0x12345678, 0x9ABC, 0xDEF0, 0x0102030405060708);
-    EXPECT_EQ("Error -5\n  P1: 7|    7|3.0.0.39686 (release-dev)",
-              std::format("{}|{:>5}|{}", error, *error.getParam0(), HalvTypes::ms_Version));
-    EXPECT_EQ("0x0102030405060708DEF09ABC12345678 12345678-9abc-def0-0807-060504030201",
-              std::format("{} {:g}", id, id));
-    EXPECT_EQ(L"12345678-9abc-def0-0807-060504030201 7",
-              std::format(L"{:g} {}", id, *error.getParam0()));
-    EXPECT_THROW(static_cast<void>(std::vformat("{:q}", std::make_format_args(id))),
-                 std::format_error);
-}
-#endif
-
 void* useLongChain(void*) {
     Holder holder(new HLVError(-2));
     for (int i = 1; i < 400'000; ++i) {

@@ -22,6 +22,19 @@ TEST(Format, textsTypesAndHoldersInBothWidths) {
     EXPECT_EQ(L"\u00E9\u20AC| ab|xyz--|INT32|  Error -5",
               std::format(L"{}|{:>3}|{:-<5}|{}|{:>10}", text, text2, raw, DT_INT32, holder));
 }
+
+TEST(Format, othersAsAStreamWritesThem) {
+    HLVError const error(-5, new HLVError::Param(7));
+    Binary16 const id(0x12345678, 0x9ABC, 0xDEF0, 0x0102030405060708);
+    EXPECT_EQ("Error -5\n  P1: 7|    7|3.0.0.39686 (release-dev)",
+              std::format("{}|{:>5}|{}", error, *error.getParam0(), HalvTypes::ms_Version));
+    EXPECT_EQ("0x0102030405060708DEF09ABC12345678 12345678-9abc-def0-0807-060504030201",
+              std::format("{} {:g}", id, id));
+    EXPECT_EQ(L"12345678-9abc-def0-0807-060504030201 7",
+              std::format(L"{:g} {}", id, *error.getParam0()));
+    EXPECT_THROW(static_cast<void>(std::vformat("{:q}", std::make_format_args(id))),
+                 std::format_error);
+}
 #endif
 
 #if defined(FMT_VERSION) && FMT_VERSION >= 90000
