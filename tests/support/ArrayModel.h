@@ -57,6 +57,11 @@ struct ArrayRow : ElementOf<Type> {
 HALV_ROWS(HALV_ROW)
 #define HALV_ACT(TYPE, X, MAKER) act(X##Row());
 constexpr auto forEachArrayRow = [](auto act) { HALV_ROWS(HALV_ACT) };
+// They are all there, in the order of the numbers.
+template <typename, typename... Rows>
+using TableOf = ElementTable<Rows...>;
+#define HALV_TYPE(TYPE, X, MAKER) , ElementOf<DT_##TYPE>
+static_assert(std::is_same_v<TableOf<void HALV_ROWS(HALV_TYPE)>, ElementTypes>);
 // clang-format on
 
 // What an array is, and what its operations answer and do, by the rules alone.
