@@ -124,6 +124,18 @@ void writeRoundings() {
     }
 }
 
+void writeIdentifier(std::string const& before) {
+    Binary16 const id = any<Binary16>();
+    Binary16 parsed, uuid;
+    id.toUuidBytes(uuid.m_bytes);
+    std::string grouped = Convert::toAString(id);
+    grouped[draw(50) % grouped.size()] = 'F';
+    ParseResult const result = parseBinary16(grouped, parsed);
+    line("Binary16", before, id, uuid, grouped, result.status, result.position, parsed);
+    insertions(id);
+    insertions(KrVersion{any<unsigned>(), any<unsigned>()});
+}
+
 void writeConversions() {
     for (int i = 0; i < 400; ++i) {
         std::wstring const wide = anyText(40);
@@ -142,17 +154,11 @@ void writeConversions() {
             line("CsvReader", reader.line(), fields, reader.counts().faults);
         }
         Convert::trim(text, Convert::ms_strTrim);
-        Binary16 const id = any<Binary16>();
-        Binary16 parsed, uuid;
-        id.toUuidBytes(uuid.m_bytes);
-        std::string grouped = Convert::toAString(id);
-        grouped[draw(50) % grouped.size()] = 'F';
-        ParseResult const result = parseBinary16(grouped, parsed);
-        line("Binary16", text, id, uuid, grouped, result.status, result.position, parsed);
-        insertions(id);
-        insertions(KrVersion{any<unsigned>(), any<unsigned>()});
+        writeIdentifier(text);
     }
-    insertions(HalvTypes::ms_Version);
+}
+
+void writeDataTypes() {
     for (int i = 0; i < 256; ++i) {
         eDataType const a = eDataType(i / 16), b = eDataType(i % 16);
         eDataType common = DT_VOID;
@@ -205,6 +211,8 @@ int main(int argc, char** argv) {
     file.open(argc == 2 ? argv[1] : "", std::ios::binary);
     writeRoundings();
     writeConversions();
+    insertions(HalvTypes::ms_Version);
+    writeDataTypes();
     writeTexts();
     test::forEachArrayRow([](auto row) { writeType(row); });
     file.close();

@@ -33,43 +33,49 @@ struct Forms {
         return Text::sizeWithin(memory.data(), memory.size()) ==
                (memory.size() >= std::max<std::size_t>(head, whole) ? whole : 0);
     }
+    // Every way to read the form; `expect` takes what is right.
+    template <typename Expect>
+    void read(char const* from, Text& text, Expect expect) const {
+        if constexpr (packed) {
+            expect(ResString::size(from) == head + 2 * field, "size()");
+            text.set(from);
+        } else {
+            std::wstring wide = L"old";
+            unsigned short length = 9;
+            VarChar::set(from, text);
+            VarChar::set(from, wide, length);
+            expect(VarChar::size(from) == static_cast<unsigned short>(head + 2 * field), "size()");
+            expect(wide == text.wstr() && length == text.length(), "set() of a wide string");
+            expect(VarChar::equal(from, wide.c_str(), length) == (field == length) &&
+                       !VarChar::equal(from, wide.c_str(), length + 1u),
+                   "equal()");
+        }
+    }
     // The form that begins at an offset is read, and written to a slot `gap` bytes behind: what is
     // wrong then, empty if nothing is.
     std::string wrongWith(unsigned offset, unsigned capacity, unsigned gap) const {
         std::string const bytes = std::string(offset, '#') + all();
         std::vector<char> memory(bytes.begin(), bytes.end());
-        char* const at = memory.data() + offset;
-        std::string const loaded =
-            form(std::min<unsigned>(field, Text::maxLength), Text::maxLength);
+        unsigned const length = std::min<unsigned>(field, Text::maxLength);
         Text text(std::wstring(600, L'x'));
         std::string wrong;
         auto const expect = [&wrong](bool isRight, char const* what) {
             wrong += isRight ? "" : std::string(wrong.empty() ? "" : " and ") + what;
         };
-        unsigned kept = std::min<unsigned>(field, capacity);
+        read(memory.data() + offset, text, expect);
+        std::string const object(reinterpret_cast<char const*>(&text), text.size());
+        expect(object == form(length, Text::maxLength).substr(0, head + 2 * text.length()),
+               "the object that reads it");
+        std::size_t const whole = packed ? all().size() : 0; // the packed form itself is copied
+        memory.resize(offset + gap + std::max<std::size_t>(whole, head + 2 * capacity));
+        unsigned const kept = std::min<unsigned>(packed ? field : text.length(), capacity);
         if constexpr (packed) {
-            expect(ResString::size(at) == head + 2 * field, "size()");
-            text.set(at);
-            memory.resize(offset + gap + std::max<std::size_t>(all().size(), head + 2 * capacity));
             ResString::set(&memory[offset], capacity, &memory[offset + gap]);
         } else {
-            std::wstring wide = L"old";
-            unsigned short length = 9;
-            VarChar::set(at, text);
-            VarChar::set(at, wide, length);
-            expect(VarChar::size(at) == static_cast<unsigned short>(head + 2 * field), "size()");
-            expect(wide == text.wstr() && length == text.length(), "set() of a wide string");
-            expect(VarChar::equal(at, wide.c_str(), length) == (field == length) &&
-                       !VarChar::equal(at, wide.c_str(), length + 1u),
-                   "equal()");
-            kept = std::min<unsigned>(kept, length);
-            memory.resize(offset + gap + head + 2 * capacity);
-            VarChar::set(wide.c_str(), length, capacity, &memory[offset + gap]);
+            VarChar::set(text.wstr().c_str(), text.length(), capacity, &memory[offset + gap]);
         }
         std::string slot = form(kept, kept);
         slot.resize(head + 2 * capacity, packed ? '\0' : '0');
-        std::string const object(reinterpret_cast<char const*>(&text), text.size());
-        expect(object == loaded.substr(0, head + 2 * text.length()), "the object that reads it");
         expect(std::equal(slot.begin(), slot.end(), &memory[offset + gap]), "the slot");
         return wrong;
     }

@@ -43,23 +43,24 @@ void expectEquality(bool expected, Left const& left, Right const& right) {
     EXPECT_TRUE((left == right) == expected && (left != right) == !expected) << __PRETTY_FUNCTION__;
 }
 
+std::wstring const whole(1000, L'x'), changed = whole.substr(1) + L"y";
+// Two identified texts, and whether they are equal as ResString2 and as ResString.
+std::tuple<Binary16, std::wstring, Binary16, std::wstring, bool, bool> const pairs[] = {
+    {id, L"a",  id,          L"b",              true,  true }, // the same text resource
+    {id, L"a",  Binary16(9), L"a",              false, false},
+    {{}, L"a",  id,          L"a",              false, true },
+    {{}, L"a",  id,          L"b",              false, false},
+    {id, L"a",  {},          L"a",              false, true },
+    {{}, L"a",  {},          L"a",              true,  true },
+    {{}, L"a",  {},          L"ab",             false, false},
+    {{}, L"",   {},          L"",               true,  true },
+    {{}, L"A",  {},          wideUnit(0x10041), true,  true },
+    {{}, whole, {},          whole,             true,  true },
+    {{}, whole, {},          changed,           false, true }, // beyond what a ResString holds
+};
+
 TEST(ResString2, equalityIsStricterThanThatOfTwoResStrings) {
-    std::wstring const whole(1000, L'x'), changed = whole.substr(1) + L"y";
-    // Two identified texts, and whether they are equal as ResString2 and as ResString.
-    std::tuple<Binary16, std::wstring, Binary16, std::wstring, bool, bool> const rows[] = {
-        {id, L"a",  id,          L"b",              true,  true }, // the same text resource
-        {id, L"a",  Binary16(9), L"a",              false, false},
-        {{}, L"a",  id,          L"a",              false, true },
-        {{}, L"a",  id,          L"b",              false, false},
-        {id, L"a",  {},          L"a",              false, true },
-        {{}, L"a",  {},          L"a",              true,  true },
-        {{}, L"a",  {},          L"ab",             false, false},
-        {{}, L"",   {},          L"",               true,  true },
-        {{}, L"A",  {},          wideUnit(0x10041), true,  true },
-        {{}, whole, {},          whole,             true,  true },
-        {{}, whole, {},          changed,           false, true }, // beyond what a ResString holds
-    };
-    for (auto const& [idA, textA, idB, textB, expected, ofResStrings] : rows) {
+    for (auto const& [idA, textA, idB, textB, expected, ofResStrings] : pairs) {
         SCOPED_TRACE(shown(textA) + " with " + shown(textB));
         ResString const a(idA, textA), b(idB, textB);
         ResString2 const a2(idA, textA), b2(idB, textB);

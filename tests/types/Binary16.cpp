@@ -44,20 +44,20 @@ void expectInBuffer(std::string const& expected,
     EXPECT_EQ(expected + '#', std::string(text.begin(), text.end()));
 }
 
+Binary16 const uuid = Binary16::fromUuidBytes("ABCDEFGHIJKLMNOP");
+// Values, and their hexadecimal and grouped form.
+std::tuple<Binary16, std::string, std::string> const forms[] = {
+    {-1,            "0x000000000000000000000000FFFFFFFF", "ffffffff-0000-0000-0000-000000000000"},
+    {-2ll,          "0x0000000000000000FFFFFFFFFFFFFFFE", "fffffffe-ffff-ffff-0000-000000000000"},
+    {1.0f,          "0x0000000000000000000000003F800000", "3f800000-0000-0000-0000-000000000000"},
+    {constant,      "0x0102030405060708DEF09ABC12345678", "12345678-9abc-def0-0807-060504030201"},
+    {uuid,          "0x504F4E4D4C4B4A494748454641424344", "41424344-4546-4748-494a-4b4c4d4e4f50"},
+    {Binary16::MIN, "0x00000000000000000000000000000000", "00000000-0000-0000-0000-000000000000"},
+    {Binary16::MAX, "0xFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF", "ffffffff-ffff-ffff-ffff-ffffffffffff"},
+};
+
 TEST(Binary16, showsItsBytesInTwoForms) {
-    Binary16 const uuid = Binary16::fromUuidBytes("ABCDEFGHIJKLMNOP");
-    std::tuple<Binary16, std::string, std::string> const rows[] = {
-        {-1,            "0x000000000000000000000000FFFFFFFF", "ffffffff-0000-0000-0000-000000000000"},
-        {-2ll,          "0x0000000000000000FFFFFFFFFFFFFFFE", "fffffffe-ffff-ffff-0000-000000000000"},
-        {1.0f,          "0x0000000000000000000000003F800000", "3f800000-0000-0000-0000-000000000000"},
-        {constant,      "0x0102030405060708DEF09ABC12345678", "12345678-9abc-def0-0807-060504030201"},
-        {uuid,          "0x504F4E4D4C4B4A494748454641424344", "41424344-4546-4748-494a-4b4c4d4e4f50"},
-        {Binary16::MIN, "0x00000000000000000000000000000000",
-         "00000000-0000-0000-0000-000000000000"                                                     },
-        {Binary16::MAX, "0xFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF",
-         "ffffffff-ffff-ffff-ffff-ffffffffffff"                                                     },
-    };
-    for (auto const& [value, hexadecimal, grouped] : rows) {
+    for (auto const& [value, hexadecimal, grouped] : forms) {
         std::ostringstream stream;
         std::wostringstream wide;
         stream << std::setw(36) << std::left << value << '|';
@@ -77,7 +77,7 @@ TEST(Binary16, showsItsBytesInTwoForms) {
         }
         EXPECT_EQ(value, Binary16::fromUuidBytes(bytes));
     }
-    auto const& [value, hexadecimal, grouped] = rows[3];
+    auto const& [value, hexadecimal, grouped] = forms[3];
     expectInBuffer<char>(grouped, &Binary16::toGrouped);
     expectInBuffer<wchar_t>(grouped, &Binary16::toGrouped);
     expectInBuffer<char>(hexadecimal, &Binary16::toHexadecimal);
