@@ -481,7 +481,7 @@ namespace std {
 /// that every user of a stream finds it.
 HALVTYPES_API ostream& operator<<(ostream& stream, Halvora::HLVArray const& array);
 #if defined(HALVTYPES_BUILD)
-// Not offered: for programs that were linked when it was.
+// Not declared to programs; older ones find it in the library.
 HALVTYPES_API wostream& operator<<(wostream& stream, Halvora::HLVArray const& array);
 #endif
 

@@ -12,7 +12,7 @@ constexpr bool isControl(std::uint32_t character) {
     return character < 0x20 || (character >= 0x7F && character < 0xA0);
 }
 
-// Half a pair of surrogates, or above what there is.
+// Half a surrogate pair, or above U+10FFFF.
 constexpr bool isNone(std::uint32_t character) {
     return (character >= 0xD800 && character < 0xE000) || character > 0x10FFFF;
 }

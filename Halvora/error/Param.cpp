@@ -22,9 +22,8 @@ wchar_t const* notNull(wchar_t const* text) {
     return text;
 }
 
-// Converted piece by piece on the stack, with the effect of one insertion: after a piece that fails
-// another one would set failbit too. Only a long text is built whole that a field width pads or
-// that is flushed at once.
+// Converts piece by piece on the stack and stops where one fails: another insertion would set
+// failbit too. A long text is converted whole if it is padded or flushed at once.
 void writeValue(std::ostream& stream, std::wstring const& text) {
     bool const isWhole = stream.width() != 0 || (stream.flags() & std::ios_base::unitbuf) != 0;
     if (text.size() > detail::chunkLength && isWhole) {
@@ -60,7 +59,7 @@ void writeValue(Stream& stream, T const& value) {
     stream << value;
 }
 
-// Not once for the member and once for the free operator.
+// Not inline: the member and the free operator share one copy.
 template <typename Stream>
 [[gnu::noinline]] Stream& write(Stream& stream, HLVError::Param const& param) {
     detail::visitValue(param, [&stream](auto const& value) { writeValue(stream, value); });

@@ -25,9 +25,9 @@ namespace Halvora {
 /// What is no record is a `Fault`: reported, counted and skipped. The next record then begins
 /// - `strayQuote`: behind the line of the quote, which stands in a field not begun by one, or is
 ///   followed by other text on the line where its field began;
-/// - `openQuote`: behind the line where the quoted field began, of which the end is not found in
-///   the text or not within `maxRecordLength()`, or is followed by other text on a later line. A
-///   forgotten quote costs its line and not the rest of the text;
+/// - `openQuote`: behind the line where the quoted field begins. Its closing quote is missing, lies
+///   beyond `maxRecordLength()`, or stands on a later line with other text behind it. A forgotten
+///   quote costs its line and not the rest of the text;
 /// - `recordTooLong`: behind the line that goes beyond `maxRecordLength()`.
 ///
 /// Each line is a blank one or belongs to one record or one fault, and `Counts` adds up.

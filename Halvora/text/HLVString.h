@@ -17,8 +17,8 @@ inline constexpr bool isText =
     std::is_same_v<Char, char32_t> || std::is_same_v<Array, char const> ||
     std::is_same_v<Array, decltype(u8'x') const>;
 
-// Exactly a view. What only converts to one is not meant, so that a call that has a string or a
-// pointer goes where it would go without the functions for views.
+// Only the view types themselves, not what converts to one: a call with a string or a pointer keeps
+// its function.
 template <typename T>
 inline constexpr bool isNarrowView = std::is_same_v<T, std::string_view>;
 template <typename T>
@@ -30,7 +30,7 @@ using IfNarrowView = std::enable_if_t<isNarrowView<T>>;
 template <typename T>
 using IfWideView = std::enable_if_t<isWideView<T>>;
 
-// The type, but not for finding out what it is.
+// `T`, where the compiler must not deduce it.
 template <typename T>
 using Same = std::enable_if_t<true, T>;
 

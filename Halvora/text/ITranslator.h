@@ -37,8 +37,8 @@ public:
     virtual ResString* getErrorDescription(int code) const = 0;
     /// The name of an error code, zero-terminated. The caller deletes the result with `delete[]`.
     virtual wchar_t* getErrorName(int code) const = 0;
-    /// The description of the parameter with number `param` of an error code. The caller deletes
-    /// the result.
+    /// The description of parameter `param` of an error code, counted from 1 as an error prints
+    /// them: `P1`. The caller deletes the result.
     virtual ResString* getErrorParamDesc(int code, int param) const = 0;
 
     /// The name of the language, valid as long as the translator.

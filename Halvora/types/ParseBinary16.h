@@ -20,8 +20,8 @@ enum eParseStatus : int {
 /// What parseBinary16() found.
 struct ParseResult {
     eParseStatus status; ///< why it stopped
-    /// Index of the first character that does not belong, in characters; the text's length when
-    /// none does not or the text is too short.
+    /// Where it stopped, in characters: at the first one that does not belong, else at the end of
+    /// the text.
     std::size_t position;
 
     /// Whether the value was taken.

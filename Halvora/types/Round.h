@@ -16,8 +16,10 @@ public:
     explicit Round() = delete;
 
     /// @name To an integer
-    /// Halves go away from zero: 2.5 gives 3, -2.5 gives -3. What lies outside `int`, infinities
-    /// included, gives the nearest `int` limit; NaN gives 0.
+    /// Halves go away from zero: 2.5 gives 3, -2.5 gives -3. Added is 0.5, below zero subtracted,
+    /// and the type may have to round the sum: 0.49999999999999994 gives 1, 8388609.0f gives
+    /// 8388610. What lies outside `int`, infinities included, gives the nearest `int` limit; NaN
+    /// gives 0.
     /// @{
 
     /// `value` rounded, halves away from zero.

@@ -47,7 +47,8 @@ public:
     // block as it was.
     void resize(std::size_t size) {
         for (;;) {
-            if (void* const resized = std::realloc(m_bytes, rounded(size))) {
+            void* const resized = std::realloc(m_bytes, rounded(size));
+            if (resized != nullptr) {
                 m_bytes = static_cast<Data*>(resized);
                 return;
             }
@@ -69,8 +70,8 @@ private:
         handler();
     }
 
-    // What to ask the C library for. Its blocks come in units of two pointers less one, so the rest
-    // of a unit costs nothing, and fewer appends have to ask.
+    // What to ask the C library for. The sizes of its blocks are multiples of two pointers less one
+    // pointer, so rounding up to one costs nothing, and fewer appends have to ask.
     static constexpr std::size_t rounded(std::size_t size) noexcept {
 #if defined(HALVTYPES_EXACT_BLOCKS) // a sanitizer looks at the ends of blocks
         return size;

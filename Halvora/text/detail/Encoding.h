@@ -61,8 +61,8 @@ template <typename To, typename From>
 
 #else
 
-// Compilers leave a loop of unknown length scalar at -O2, but not one of exactly 16: the last block
-// ends at n and overlaps the one before.
+// At -O2 compilers use vectors for a loop of exactly 16, not for one of unknown length. The last
+// block ends at n and overlaps the one before.
 template <typename To, typename From>
 void convertBlocks(To* __restrict out, From const* __restrict in, std::size_t n) noexcept {
     constexpr std::size_t blockLength = 16;
