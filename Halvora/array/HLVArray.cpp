@@ -18,10 +18,10 @@ void HLVArray::release() noexcept {
     if (m_data == nullptr) {
         return;
     }
-    if (m_type == DT_STRING) {
-        TextBlock<std::wstring> const ending(Core::textsOf<std::wstring>(*this));
-    } else if (m_type == DT_STRINGRES) {
-        TextBlock<ResString> const ending(Core::textsOf<ResString>(*this));
+    if (isTextType(m_type)) {
+        Core::visitTexts(*this, m_type, [](auto* texts) {
+            TextBlock<std::decay_t<decltype(*texts)>> const ending(texts);
+        });
     } else {
         RawBlock const ending(Core::bytesOf(*this));
     }

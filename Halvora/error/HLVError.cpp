@@ -169,30 +169,26 @@ std::string HLVError::messageA() const {
 
 } // namespace Halvora
 
-namespace std {
-
-ostream& operator<<(ostream& stream, Halvora::HLVError const& error) {
+std::ostream& std::operator<<(std::ostream& stream, Halvora::HLVError const& error) {
     return Halvora::writeChain(stream, &error);
 }
 
-wostream& operator<<(wostream& stream, Halvora::HLVError const& error) {
+std::wostream& std::operator<<(std::wostream& stream, Halvora::HLVError const& error) {
     return Halvora::writeChain(stream, &error);
 }
 
-ostream& operator<<(ostream& stream, Halvora::HLVError const* error) {
+std::ostream& std::operator<<(std::ostream& stream, Halvora::HLVError const* error) {
     return Halvora::writeChain(stream, error);
 }
 
-wostream& operator<<(wostream& stream, Halvora::HLVError const* error) {
+std::wostream& std::operator<<(std::wostream& stream, Halvora::HLVError const* error) {
     return Halvora::writeChain(stream, error);
 }
 
-ostream& operator<<(ostream& stream, Halvora::HLVError::Holder const& holder) {
+std::ostream& std::operator<<(std::ostream& stream, Halvora::HLVError::Holder const& holder) {
     return Halvora::writeChain(stream, holder.getError());
 }
 
-wostream& operator<<(wostream& stream, Halvora::HLVError::Holder const& holder) {
+std::wostream& std::operator<<(std::wostream& stream, Halvora::HLVError::Holder const& holder) {
     return Halvora::writeChain(stream, holder.getError());
 }
-
-} // namespace std

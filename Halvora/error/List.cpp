@@ -136,7 +136,7 @@ HLVError::List::const_iterator HLVError::List::end() const {
 }
 
 void HLVError::List::extract(iterator& position, Holder& holder) noexcept {
-    if (HLVError* const error = unlink(position)) {
+    if (HLVError* const error = unlink(position); error != nullptr) {
         holder.setError(error);
     }
 }

@@ -40,10 +40,6 @@ constexpr int nameRow(eDataType type) {
     return isDataType(type) ? type : typeCount;
 }
 
-constexpr bool isNumeric(eDataType type) {
-    return type >= DT_BYTE && type <= DT_DOUBLE;
-}
-
 // Rows and columns: DT_BYTE to DT_DOUBLE. F and D are the floating types, I and U the signed and
 // unsigned integers of the given width.
 constexpr eDataType U8 = DT_BYTE, I16 = DT_INT16, I32 = DT_INT32, I64 = DT_INT64, U16 = DT_UINT16,
@@ -108,7 +104,7 @@ bool HalvTypes::getSmallestCommonDataType(eDataType a, eDataType b, eDataType& c
         common = b;
         return true;
     }
-    if (isNumeric(a) && isNumeric(b)) {
+    if (getDataTypeGroup(a) == DTG_NUMERIC && getDataTypeGroup(b) == DTG_NUMERIC) {
         common = static_cast<eDataType>(commonNumeric[a - DT_BYTE][b - DT_BYTE]);
         return true;
     }

@@ -29,11 +29,6 @@ public:
         return block;
     }
 
-    // Copies of `count` texts, in a block of their own even for 0.
-    static TextBlock ofCopies(Text const* texts, std::size_t count) {
-        return joined(TextBlock(nullptr), 0, texts, count);
-    }
-
     // The first `headCount` texts of `head`, whose storage ends, and copies of `tail` behind them.
     // The tail may be part of the head. If memory runs out, the head stays as it was.
     static TextBlock joined(TextBlock&& head, std::size_t headCount, Text const* tail,
