@@ -158,8 +158,13 @@ inline void CsvReader::skipByteOrderMark() {
 }
 
 inline void CsvReader::passLineEnd() noexcept {
-    m_isBehindCr = m_record < m_size && m_data[m_record] == '\r';
-    moveTo(std::min(m_record + 1, m_size));
+    std::size_t next = std::min(m_record + 1, m_size);
+    m_isBehindCr = next != m_record && m_data[m_record] == '\r';
+    if (m_isBehindCr && next != m_size) { // else the LF may be yet to come
+        m_isBehindCr = false;
+        next += m_data[next] == '\n' ? 1 : 0;
+    }
+    moveTo(next);
 }
 
 // Fields one after another into the elements that the vector already has.
@@ -175,6 +180,14 @@ public:
             m_next = m_end - 1;
         }
         return *m_next++;
+    }
+    void put(char const* text, std::size_t n) {
+        std::string& field = next();
+        if (n == field.size()) { // as in a column of one width
+            std::memcpy(field.data(), text, n);
+        } else {
+            field.assign(text, n);
+        }
     }
     void finish() { m_all.resize(static_cast<std::size_t>(m_next - m_all.data())); }
 
@@ -218,7 +231,7 @@ inline std::size_t CsvReader::takePlain(Fields& out, std::size_t begin) {
     } else if (m_data[at] == '"') {
         return refuse(FaultKind::strayQuote, at, at);
     }
-    out.next().assign(m_data + begin, at - begin);
+    out.put(m_data + begin, at - begin);
     return at;
 }
 
