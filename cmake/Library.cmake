@@ -155,6 +155,15 @@ if(HALVTYPES_HAS_SSE2)
         PROPERTIES COMPILE_OPTIONS "-msse2;-mfpmath=sse"
     )
 endif()
+# Loops of a few instructions for each byte take a quarter longer where they lie badly.
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
+    set_property(
+        SOURCE Halvora/text/Utf8.cpp
+        APPEND
+        PROPERTY
+            COMPILE_OPTIONS "$<$<CXX_COMPILER_ID:GNU>:-falign-loops=32;-falign-jumps=32>"
+    )
+endif()
 if(WIN32)
     set_target_properties(HalvTypes PROPERTIES PREFIX "") # HalvTypes.dll, libHalvTypes.dll.a
     # Inline functions are each module's own. The same bytes whenever it is linked.

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include <Halvora/text/detail/Utf8Characters.h>
 #include <Halvora/text/detail/Utf8Length.h>
 
 namespace Halvora {
@@ -15,22 +16,17 @@ using detail::highBits;
 using detail::wordSize;
 
 constexpr std::uint32_t replacement = 0xFFFD;
-constexpr std::uint32_t illFormed = 0xFFFFFFFF;
 
 // What costs some code.
 #ifdef HALV_UTF8_X86
-constexpr bool canReadNearEnd = true;
 constexpr bool countsLate = true; // not before an output is found too small
 constexpr std::size_t frontLength = 128;
+#    define HALV_APART [[gnu::noinline]] // with all registers for itself
 #else
-constexpr bool canReadNearEnd = false;
 constexpr bool countsLate = false;
 constexpr std::size_t frontLength = static_cast<std::size_t>(-1);
+#    define HALV_APART
 #endif
-
-constexpr bool isSurrogate(std::uint32_t code) noexcept {
-    return (code & 0xFFFFF800) == 0xD800;
-}
 
 std::uint32_t bytesAt(void const* at) noexcept {
     std::uint32_t bytes;
@@ -38,83 +34,14 @@ std::uint32_t bytesAt(void const* at) noexcept {
     return bytes;
 }
 
-// Takes the character at the front off, or the maximal subpart of an ill-formed sequence.
-std::uint32_t takeCharacter(Byte const*& at, Byte const* end) noexcept {
-    Byte const lead = *at++;
-    if (lead < 0x80) {
-        return lead;
-    }
-    if (lead < 0xC2 || lead > 0xF4) {
-        return illFormed;
-    }
-    int const trailing = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-    // These bounds of the second byte keep out overlong forms, surrogates and too large values.
-    Byte low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-    Byte high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-    std::uint32_t code = lead & (0x3Fu >> trailing);
-    for (int i = 0; i < trailing; ++i) {
-        if (at == end || *at < low || *at > high) {
-            return illFormed;
-        }
-        code = code << 6 | (*at++ & 0x3Fu);
-        low = 0x80;
-        high = 0xBF;
-    }
-    return code;
-}
-
-template <typename Unit>
-std::uint32_t takeCharacter(Unit const*& at, Unit const* end) noexcept {
-    auto const code = static_cast<std::make_unsigned_t<Unit>>(*at++);
-    if (!isSurrogate(code)) {
-        return code <= 0x10FFFF ? code : illFormed;
-    }
-    if (sizeof(Unit) != 2 || code >= 0xDC00 || at == end || (*at & 0xFC00) != 0xDC00) {
-        return illFormed;
-    }
-    return 0x10000 + ((code & 0x3FFu) << 10 | (static_cast<std::uint32_t>(*at++) & 0x3FF));
-}
-
-// These two write what convertQuickly has left.
-
-template <typename Unit>
-void put(Unit*& out, std::uint32_t code) noexcept {
-    if (sizeof(Unit) == 2 && code > 0xFFFF) {
-        *out++ = static_cast<Unit>(0xD7C0 + (code >> 10));
-        code = 0xDC00 | (code & 0x3FF);
-    }
-    *out++ = static_cast<Unit>(code);
-}
-
-void put(char*& out, std::uint32_t code) noexcept {
-    if (code < 0x10000) {
-        *out++ = static_cast<char>(0xE0 | code >> 12);
-    } else {
-        *out++ = static_cast<char>(0xF0 | code >> 18);
-        *out++ = static_cast<char>(0x80 | (code >> 12 & 0x3F));
-    }
-    *out++ = static_cast<char>(0x80 | (code >> 6 & 0x3F));
-    *out++ = static_cast<char>(0x80 | (code & 0x3F));
-}
-
-// The bytes of a sequence, with zeros behind the end if `canReadNearEnd`.
-std::uint32_t sequenceAt(Byte const* at, [[maybe_unused]] Byte const* end) noexcept {
-    if (canReadNearEnd && end - at < 4) {
-        std::uint32_t const second = end - at > 1 ? at[1] : 0;
-        std::uint32_t const third = end - at > 2 ? at[2] : 0;
-        return at[0] | second << 8 | third << 16;
-    }
-    return bytesAt(at);
-}
-
 // Takes off and writes characters that begin before `stop`, as long as they are well-formed and
-// four bytes can be read or `canReadNearEnd`.
+// four bytes can be read.
 template <typename To>
-void convertQuickly(To*& out, Byte const*& text, Byte const* stop, Byte const* end) noexcept {
+HALV_APART void convertQuickly(To*& out, Byte const*& text, Byte const* stop,
+                               Byte const* end) noexcept {
     To* to = out;
     Byte const* at = text;
-    Byte const* const last =
-        canReadNearEnd ? stop : std::min(stop, end - std::min<std::ptrdiff_t>(end - at, 3));
+    Byte const* const last = std::min(stop, end - std::min<std::ptrdiff_t>(end - at, 3));
     Byte const* const lastWord = end - std::min<std::ptrdiff_t>(end - at, wordSize - 1);
     while (at < last) {
         if (*at < 0x80) {
@@ -137,11 +64,11 @@ void convertQuickly(To*& out, Byte const*& text, Byte const* stop, Byte const* e
                 break;
             }
         }
-        std::uint32_t bytes = sequenceAt(at, end);
+        std::uint32_t bytes = bytesAt(at);
         if ((bytes & 0xC0C0F0) == 0x8080E0) {
 #ifdef HALV_UTF8_X86
-            if (last - at > 9 && end - at > 12 && at[3] >= 0xE0 && at[9] >= 0xE0) {
-                if (auto const count = detail::convertThreesX86(to, at, last, end); count != 0) {
+            if (last - at > 9 && at[3] >= 0xE0 && at[9] >= 0xE0) {
+                if (auto const count = detail::convertThreesX86(to, at, last); count != 0) {
                     to += count;
                     at += 3 * count;
                     continue;
@@ -158,7 +85,7 @@ void convertQuickly(To*& out, Byte const*& text, Byte const* stop, Byte const* e
                 }
                 *to++ = static_cast<To>(code);
                 at += 3;
-                bytes = at < last ? sequenceAt(at, end) : 0;
+                bytes = at < last ? bytesAt(at) : 0;
             } while ((bytes & 0xC0C0F0) == 0x8080E0);
         } else if ((bytes & 0xC0E0) == 0x80C0 && (bytes & 0x1E) != 0) {
             *to++ = static_cast<To>((bytes & 0x1F) << 6 | (bytes >> 8 & 0x3F));
@@ -197,6 +124,27 @@ void convertQuickly(char*& out, Unit const*& text, Unit const* stop, Unit const*
     text = at;
 }
 
+// The same for characters of up to two bytes near the end, where that costs some code.
+template <typename To, typename From>
+void convertEnd([[maybe_unused]] To*& to, [[maybe_unused]] From const*& at,
+                [[maybe_unused]] From const* stop, [[maybe_unused]] From const* end) noexcept {
+#ifdef HALV_UTF8_X86
+    while (sizeof(From) == 1 && at < stop) {
+        std::uint32_t const lead = *at;
+        std::uint32_t const next = end - at > 1 ? at[1] : 0;
+        if (lead < 0x80) {
+            *to++ = static_cast<To>(lead);
+            at += 1;
+        } else if (lead - 0xC2 < 0x1E && (next & 0xC0) == 0x80) {
+            *to++ = static_cast<To>((lead & 0x1F) << 6 | (next & 0x3F));
+            at += 2;
+        } else {
+            return;
+        }
+    }
+#endif
+}
+
 constexpr std::size_t sliceLength = 256;
 [[maybe_unused]] constexpr std::size_t chunkBytes = 8192; // for ASCII
 
@@ -216,6 +164,7 @@ void convertSlice(To*& to, From const*& at, From const* stop, From const* begin,
         }
 #endif
         convertQuickly(to, at, next, end);
+        convertEnd(to, at, next, end);
         if (at >= stop) {
             return;
         }
@@ -223,14 +172,14 @@ void convertSlice(To*& to, From const*& at, From const* stop, From const* begin,
             continue;
         }
         From const* const sequence = at;
-        std::uint32_t code = takeCharacter(at, end);
-        if (code == illFormed) {
+        std::uint32_t code = detail::takeCharacter(at, end);
+        if (code == detail::illFormed) {
             code = replacement;
             if (result.replaced++ == 0) {
                 result.position = static_cast<std::size_t>(sequence - begin);
             }
         }
-        put(to, code);
+        detail::put(to, code);
     }
 }
 
@@ -390,7 +339,8 @@ bool Utf8::isValid(std::string_view text) noexcept {
         unsigned short* to = chunk;
         while (at < stop) {
             convertQuickly(to, at, stop, end);
-            if (at < stop && takeCharacter(at, end) == illFormed) {
+            convertEnd(to, at, stop, end);
+            if (at < stop && detail::takeCharacter(at, end) == detail::illFormed) {
                 return false;
             }
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Halvora/text/detail/Encoding.h>
+#include <Halvora/text/detail/Utf8Characters.h>
 
 #include <cstddef>
 #include <cstring>
@@ -15,8 +16,6 @@
 #endif
 
 namespace Halvora::detail {
-
-using Byte = unsigned char;
 
 // The machine's word, as many bytes at once.
 using Word = std::size_t;

@@ -116,10 +116,9 @@ bool takeFourX86(To*& to, unsigned char const*& at) noexcept {
 // Gives their number.
 template <typename To>
 [[gnu::noinline]] std::ptrdiff_t convertThreesX86(To* out, unsigned char const* at,
-                                                  unsigned char const* last,
-                                                  unsigned char const* end) noexcept {
+                                                  unsigned char const* last) noexcept {
     To* to = out;
-    while (last - at > 9 && end - at > 12 && takeFourX86(to, at)) {
+    while (last - at > 9 && takeFourX86(to, at)) {
     }
     return to - out;
 }
