@@ -51,7 +51,8 @@ std::string narrowText(std::size_t n) {
     return text;
 }
 
-// Into a reused output, and by value.
+// Into a reused output, and by value. The floor of a new output: a string that is filled before
+// anyone may write into it, as all are.
 template <typename Out, typename In, typename Into, typename ByValue>
 void addConversion(std::string const& name, In const& in, Into into, ByValue byValue) {
     std::size_t const n = in.size();
@@ -61,6 +62,11 @@ void addConversion(std::string const& name, In const& in, Into into, ByValue byV
     bench::addCopy(name + ", new", n, bytes);
     add(name, n, "ours", [in, into, out = Out()]() mutable { into(out, in); });
     add(name + ", new", n, "ours", [in, byValue] { benchmark::DoNotOptimize(byValue(in)); });
+    add(name + ", new", n, "floor", [in, into, filled = Out(n, 'x')] {
+        Out out(filled);
+        into(out, in);
+        benchmark::DoNotOptimize(out);
+    });
 }
 
 // The C library's converter, as a user without any of these libraries would call it, with a handle

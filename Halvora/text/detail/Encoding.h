@@ -126,6 +126,11 @@ void convertRun(To* __restrict out, From const* __restrict in, std::size_t n) no
 #endif
 
 inline constexpr std::size_t chunkLength = 256;
+#ifdef HALV_LONG_RUNS
+inline constexpr std::size_t appendLength = 1920; // a frame of no more than a page
+#else
+inline constexpr std::size_t appendLength = chunkLength;
+#endif
 
 // The slow path of convertInto: an output of another length.
 template <typename String, typename From>
@@ -138,9 +143,9 @@ template <typename String, typename From>
         // resize() would fill this instantiation element by element.
         out.clear();
         out.reserve(n);
-        To chunk[chunkLength];
-        for (std::size_t at = 0; at < n; at += chunkLength) {
-            std::size_t const length = std::min(n - at, chunkLength);
+        To chunk[appendLength];
+        for (std::size_t at = 0; at < n; at += appendLength) {
+            std::size_t const length = std::min(n - at, appendLength);
             convertRun(chunk, in + at, length);
             out.append(chunk, length);
         }
