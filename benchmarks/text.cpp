@@ -462,6 +462,20 @@ void addObjects(std::string const& kind, std::size_t n) {
             benchmark::DoNotOptimize(a.data());
             return std::memcmp(a.data(), b.data(), 2 * a.size()) == 0;
         });
+#ifdef HALVTYPES_WITH_QT
+    auto const text = QString::fromStdWString(wide);
+    auto const otherText = QString::fromStdWString(std::wstring(n - 1, L'x') + L'y');
+    addSame(kind + " from wide", n, "QString", text,
+            [wide] { return QString::fromStdWString(wide); });
+    addSame(kind + " to wide", n, "QString", wide,
+            [text, out = std::wstring()]() mutable -> std::wstring& {
+                out.resize(static_cast<std::size_t>(text.size()));
+                text.toWCharArray(out.data());
+                return out;
+            });
+    addSame(kind + " compared", n, "QString", false,
+            [text, otherText] { return text == otherText; });
+#endif
 }
 
 void addRawMemory() {
