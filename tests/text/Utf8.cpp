@@ -1,7 +1,9 @@
 #include <Halvora/text/Utf8.h>
 
 #include <numeric>
+#include <vector>
 
+#include <Halvora/text/detail/Ascii.h>
 #include <tests/support/Memory.h>
 #include <tests/support/Utf8Reference.h>
 #include <tests/text/Text.h>
@@ -114,6 +116,57 @@ TEST(Utf8, oneAllocationAndNoneWithCapacity) {
     check(slowUnits<std::wstring>(codes), Utf8::fromWString, std::string());
     check(slowUnits<HLVString>(codes), Utf8::fromHLVString, std::string());
 }
+
+#ifdef HALV_LONG_RUNS
+
+// Each way of copying ASCII, on whatever processor has it, at every length and place in a line of
+// the cache. Half of the texts have one element beyond ASCII, by one bit.
+template <typename To, typename From>
+void checkAscii() {
+    struct {
+        bool isThere;
+        bool (*copy)(To*, From const*, std::size_t);
+    } const ways[] = {
+        {true,                                                         [](auto... run) { return detail::copyAsciiBlocks(run...); }},
+        {__builtin_cpu_supports("avx2") != 0,
+         [](auto... run) { return detail::copyAsciiAvx2(run...); }                                                                },
+        {__builtin_cpu_supports("avx512bw") != 0 && sizeof(From) == 1,
+         [](auto... run) {
+             if constexpr (sizeof(From) == 1) {
+                 return detail::copyAsciiAvx512(run...);
+             }
+             return false;
+         }                                                                                                                        },
+    };
+    for (auto const& way : ways) {
+        for (std::size_t length = 32; way.isThere && length < 300; ++length) {
+            std::size_t const place = draw(64);
+            std::vector<From> source(place + length);
+            std::vector<To> out(place + length + 64, To(120)), expected = out;
+            for (std::size_t i = place; i < place + length; ++i) {
+                source[i] = static_cast<From>(draw(128));
+                expected[i] = static_cast<To>(source[i]);
+            }
+            bool const isAscii = length % 2 == 0;
+            if (!isAscii) {
+                source[place + draw(static_cast<unsigned>(length))] =
+                    static_cast<From>(0x80u << draw(8 * sizeof(From) - 7));
+            }
+            ASSERT_EQ(isAscii, way.copy(&out[place], &source[place], length))
+                << &way - ways << __PRETTY_FUNCTION__;
+            ASSERT_TRUE(!isAscii || expected == out) << &way - ways << __PRETTY_FUNCTION__;
+        }
+    }
+}
+
+TEST(Utf8, asciiIsTheSameInEveryKindOfRegister) {
+    checkAscii<wchar_t, unsigned char>();
+    checkAscii<unsigned short, unsigned char>();
+    checkAscii<char, wchar_t>();
+    checkAscii<char, unsigned short>();
+}
+
+#endif
 
 } // namespace
 } // namespace Halvora::test
