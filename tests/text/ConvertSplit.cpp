@@ -33,6 +33,7 @@ TEST(Convert, trimmingSparesTextOfNothingButTheSet) {
         {"",              usual,  "[][][]"                               },
         {" a ",           "",     "[ a ][ a ][ a ]"                      },
         {"\xE9 a\xE9",    "\xE9", "[ a\xE9][\xE9 a][ a]"                 },
+        {" yx aYy",       "xy ",  "[aYy][ yx aY][aY]"                    },
     };
     EXPECT_TRUE(Convert::ms_strTrim == usual && Convert::ms_wstrTrim == widened(usual));
     for (auto const& [text, set, trimmed] : rows) {

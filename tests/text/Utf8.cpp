@@ -96,6 +96,25 @@ TEST(Utf8, textsOfAllKindsAndLengths) {
     EXPECT_TRUE(out.decodes({})) << "of another length before";
 }
 
+// Longer than all buffers on the stack, into a new output and into one of that length.
+TEST(Utf8, longAsciiAndOneThatIsNone) {
+    for (std::size_t const length : {128, 2049, 8193, 20000}) {
+        for (std::size_t const at : {length, length - 1, length / 2, std::size_t{0}}) {
+            std::wstring wide(length, L'a');
+            for (std::size_t i = 0; i < length; ++i) {
+                wide[i] = i == at ? L'\xE9' : static_cast<wchar_t>(i % 128);
+            }
+            HLVString const units(wide.begin(), wide.end());
+            std::string const bytes = slowEncode({wide.begin(), wide.end()});
+            Utf8Outputs out, other;
+            for (int run = 0; run < 2; ++run) {
+                ASSERT_TRUE(out.decodes(bytes) && out.encodes(wide) && other.encodes(units))
+                    << length << " elements, beyond ASCII: " << at;
+            }
+        }
+    }
+}
+
 TEST(Utf8, oneAllocationAndNoneWithCapacity) {
     std::vector<unsigned long> codes(2000, 0x1F600);
     for (unsigned i = 0; i < 1000; ++i) {
