@@ -66,6 +66,7 @@ TEST(VarChar, nullIsTheEmptyTextAndForm) {
     VarChar::set(nullptr, values[4]);
     for (VarChar const& value : values) {
         EXPECT_TRUE(value == VarChar() && VarChar::equal(&value, wide, 0));
+        EXPECT_EQ(value.length(), VarChar().length());
     }
     EXPECT_TRUE(VarChar::equal(nullptr, L"", 0) && VarChar::size(nullptr) == 2);
     EXPECT_FALSE(VarChar::equal(&values[0], wide, 1) || VarChar::equal(&"\1\0a"[0], wide, 1));
