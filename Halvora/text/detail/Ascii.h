@@ -83,51 +83,6 @@ bool isAscii(Unit const* text, std::size_t n) noexcept {
     return hasNone(beyondAscii<Unit>, text, n * sizeof(Unit));
 }
 
-#ifdef HALV_UTF8_X86
-
-// At least 16 elements. The last block may overlap the one before. One block goes straight through.
-template <typename To, typename From>
-bool copyAsciiBlocks(To* __restrict out, From const* __restrict text, std::size_t n) noexcept {
-    if (!copyAsciiX86(out, text)) {
-        return false;
-    }
-    if (n == 16) {
-        return true;
-    }
-    std::size_t const last = n - 16;
-    for (std::size_t at = 16; at < last; at += 16) {
-        if (!copyAsciiX86(out + at, text + at)) {
-            return false;
-        }
-    }
-    return copyAsciiX86(out + last, text + last);
-}
-
-#    ifdef HALV_LONG_RUNS
-// At least longLength elements, with the best that the processor has.
-template <typename To, typename From>
-bool copyAsciiLong(To* out, From const* text, std::size_t n) noexcept {
-    auto const copyPart = [](To* to, From const* from, std::size_t length) {
-        if constexpr (sizeof(From) == 1) {
-            if (__builtin_cpu_supports("avx512bw")) {
-                return copyAsciiAvx512(to, from, length);
-            }
-        }
-        return __builtin_cpu_supports("avx2") ? copyAsciiAvx2(to, from, length)
-                                              : copyAsciiBlocks(to, from, length);
-    };
-    constexpr std::size_t part = 4096; // so that not much is in vain
-    for (; n >= 2 * part; n -= part, out += part, text += part) {
-        if (!copyPart(out, text, part)) {
-            return false;
-        }
-    }
-    return copyPart(out, text, n);
-}
-#    endif
-
-#endif
-
 // Copies n elements by their low bits, and tells whether all were ASCII, so that this is their
 // conversion. The second block may overlap the first.
 template <typename To, typename From>

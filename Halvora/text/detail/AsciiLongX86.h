@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Halvora/text/detail/LongX86.h>
+#include <Halvora/text/detail/Utf8X86.h>
 
 #include <type_traits>
 
@@ -91,6 +92,27 @@ template <typename To, typename From>
     }
     bits = _mm512_or_si512(bits, copyStepAvx512(out + last, in + last));
     return _mm512_test_epi32_mask(bits, _mm512_set1_epi32(beyondAsciiX86<To, From>)) == 0;
+}
+
+// At least longLength elements, with the best that the processor has.
+template <typename To, typename From>
+bool copyAsciiLong(To* out, From const* text, std::size_t n) noexcept {
+    auto const copyPart = [](To* to, From const* from, std::size_t length) {
+        if constexpr (sizeof(From) == 1) {
+            if (__builtin_cpu_supports("avx512bw")) {
+                return copyAsciiAvx512(to, from, length);
+            }
+        }
+        return __builtin_cpu_supports("avx2") ? copyAsciiAvx2(to, from, length)
+                                              : copyAsciiBlocks(to, from, length);
+    };
+    constexpr std::size_t part = 4096; // so that not much is in vain
+    for (; n >= 2 * part; n -= part, out += part, text += part) {
+        if (!copyPart(out, text, part)) {
+            return false;
+        }
+    }
+    return copyPart(out, text, n);
 }
 
 } // namespace Halvora::detail

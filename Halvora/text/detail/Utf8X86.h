@@ -74,6 +74,24 @@ bool copyAsciiX86(char* out, Unit const* in) noexcept {
     }
 }
 
+// At least 16 elements. The last block may overlap the one before. One block goes straight through.
+template <typename To, typename From>
+bool copyAsciiBlocks(To* __restrict out, From const* __restrict text, std::size_t n) noexcept {
+    if (!copyAsciiX86(out, text)) {
+        return false;
+    }
+    if (n == 16) {
+        return true;
+    }
+    std::size_t const last = n - 16;
+    for (std::size_t at = 16; at < last; at += 16) {
+        if (!copyAsciiX86(out + at, text + at)) {
+            return false;
+        }
+    }
+    return copyAsciiX86(out + last, text + last);
+}
+
 // Two registers of numbers up to 0xFFFF as one.
 inline __m128i cutX86(__m128i first, __m128i second) noexcept {
     auto const spread = [](__m128i value) { return _mm_srai_epi32(_mm_slli_epi32(value, 16), 16); };
