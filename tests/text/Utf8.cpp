@@ -98,7 +98,7 @@ TEST(Utf8, textsOfAllKindsAndLengths) {
 
 // Longer than all buffers on the stack, into a new output and into one of that length.
 TEST(Utf8, longAsciiAndOneThatIsNone) {
-    for (std::size_t const length : {128, 2049, 8193, 20000}) {
+    for (std::size_t const length : {128u, 2049u, 8193u, 20000u}) {
         for (std::size_t const at : {length, length - 1, length / 2, std::size_t{0}}) {
             std::wstring wide(length, L'a');
             for (std::size_t i = 0; i < length; ++i) {
