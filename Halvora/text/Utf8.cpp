@@ -124,22 +124,24 @@ void convertQuickly(char*& out, Unit const*& text, Unit const* stop, Unit const*
     text = at;
 }
 
-// The same for characters of up to two bytes near the end, where that costs some code.
+// The same for characters of up to two bytes near the end, if there may be some code for it.
 template <typename To, typename From>
 void convertEnd([[maybe_unused]] To*& to, [[maybe_unused]] From const*& at,
                 [[maybe_unused]] From const* stop, [[maybe_unused]] From const* end) noexcept {
 #ifdef HALV_UTF8_X86
-    while (sizeof(From) == 1 && at < stop) {
-        std::uint32_t const lead = *at;
-        std::uint32_t const next = end - at > 1 ? at[1] : 0;
-        if (lead < 0x80) {
-            *to++ = static_cast<To>(lead);
-            at += 1;
-        } else if (lead - 0xC2 < 0x1E && (next & 0xC0) == 0x80) {
-            *to++ = static_cast<To>((lead & 0x1F) << 6 | (next & 0x3F));
-            at += 2;
-        } else {
-            return;
+    if constexpr (sizeof(From) == 1) {
+        while (at < stop) {
+            std::uint32_t const lead = *at;
+            std::uint32_t const next = end - at > 1 ? at[1] : 0;
+            if (lead < 0x80) {
+                *to++ = static_cast<To>(lead);
+                at += 1;
+            } else if (lead - 0xC2 < 0x1E && (next & 0xC0) == 0x80) {
+                *to++ = static_cast<To>((lead & 0x1F) << 6 | (next & 0x3F));
+                at += 2;
+            } else {
+                return;
+            }
         }
     }
 #endif
