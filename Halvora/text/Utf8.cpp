@@ -24,7 +24,7 @@ constexpr std::size_t frontLength = 128;
 #    define HALV_APART [[gnu::noinline]] // with all registers for itself
 #else
 constexpr bool countsLate = false;
-constexpr std::size_t frontLength = static_cast<std::size_t>(-1);
+constexpr std::size_t frontLength = 0; // of any
 #    define HALV_APART
 #endif
 
@@ -296,7 +296,8 @@ template <typename String, typename From>
 
 template <typename String, typename From>
 [[gnu::flatten]] Utf8Result convert(String& out, From const* text, std::size_t n) {
-    if (n == out.size() && n < frontLength && detail::copyAscii(out.data(), text, n)) {
+    if (n == out.size() && (frontLength == 0 || n < frontLength) &&
+        detail::copyAscii(out.data(), text, n)) {
         return {0, n};
     }
 #ifdef HALV_UTF8_X86

@@ -17,7 +17,7 @@ constexpr bool isSurrogate(std::uint32_t code) noexcept {
 }
 
 // Takes the character at the front off, or the maximal subpart of an ill-formed sequence.
-[[gnu::noinline]] inline std::uint32_t takeCharacter(Byte const*& at, Byte const* end) noexcept {
+[[maybe_unused]] static std::uint32_t takeCharacter(Byte const*& at, Byte const* end) noexcept {
     Byte const lead = *at++;
     if (lead < 0x80) {
         return lead;
@@ -64,7 +64,7 @@ void put(Unit*& out, std::uint32_t code) noexcept {
     *out++ = static_cast<Unit>(code);
 }
 
-[[gnu::noinline]] inline void put(char*& out, std::uint32_t code) noexcept {
+[[maybe_unused]] static void put(char*& out, std::uint32_t code) noexcept {
     if (code < 0x10000) {
         *out++ = static_cast<char>(0xE0 | code >> 12);
     } else {
