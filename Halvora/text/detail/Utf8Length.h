@@ -63,7 +63,7 @@ Signed bytesBeyondOne(Unit unit) noexcept {
 }
 
 template <typename Unit>
-std::size_t convertedLength(Unit const* text, std::size_t n, bool) noexcept {
+[[gnu::noinline]] std::size_t convertedLength(Unit const* text, std::size_t n, bool) noexcept {
     constexpr std::size_t block = 16; // a fixed length, which compilers take to vectors
     constexpr std::size_t mostBlocks = 64;
     std::size_t length = n;
