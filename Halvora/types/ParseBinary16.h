@@ -35,7 +35,7 @@ namespace detail {
 inline constexpr std::string_view hexadecimalForm = "0xPPOONNMMLLKKJJIIHHGGFFEEDDCCBBAA";
 inline constexpr std::string_view groupedForm = "DDCCBBAA-FFEE-HHGG-IIJJ-KKLLMMNNOOPP";
 
-inline constexpr unsigned int noDigit = 16;
+inline constexpr unsigned int noDigit = 16; // a bit that no digit has
 
 // What the characters from '0' to 'f' are worth as digits.
 struct DigitValues {
@@ -44,7 +44,10 @@ struct DigitValues {
     constexpr DigitValues() noexcept {
         for (unsigned int i = 0; i < sizeof of; ++i) {
             unsigned int const letter = ((i + '0') | 0x20u) - 'a'; // of either case
-            of[i] = static_cast<unsigned char>(i < 10 ? i : letter < 6 ? letter + 10 : noDigit);
+            of[i] = static_cast<unsigned char>(i < 10       ? i
+                                               : i < 16     ? noDigit | i
+                                               : letter < 6 ? letter + 10
+                                                            : noDigit);
         }
     }
 };
@@ -56,16 +59,9 @@ constexpr unsigned int digitValue(Char c) noexcept {
     return at < sizeof digitValues.of ? digitValues.of[at] : noDigit;
 }
 
-// What an unchecked digit is worth: the six characters behind '9' go on with 10, what is none is 0.
-constexpr unsigned int digitValueUnchecked(char c) noexcept {
-    unsigned int const code = static_cast<unsigned char>(c);
-    unsigned int const digit = code - '0';
-    unsigned int const letter = (code | 0x20u) - 'a';
-    return digit < 16 ? digit : letter < 6 ? letter + 10 : 0;
-}
-
+// Unchecked, the six characters behind '9' go on with 10, and what else is none is 0.
 constexpr unsigned char byteOfDigits(char high, char low) noexcept {
-    return static_cast<unsigned char>(digitValueUnchecked(high) << 4 | digitValueUnchecked(low));
+    return static_cast<unsigned char>((digitValue(high) & 15) << 4 | (digitValue(low) & 15));
 }
 
 // Where the first digit of each byte stands in a form.
@@ -89,7 +85,8 @@ constexpr ParseResult faultOf(std::basic_string_view<Char> text, std::string_vie
             return {PARSE_TOO_SHORT, i};
         }
         bool const isDigit = form[i] >= 'A' && form[i] < 'A' + 16;
-        if (isDigit ? digitValue(text[i]) == noDigit : text[i] != static_cast<Char>(form[i])) {
+        if (isDigit ? (digitValue(text[i]) & noDigit) != 0
+                    : text[i] != static_cast<Char>(form[i])) {
             return {PARSE_BAD_CHARACTER, i};
         }
     }
