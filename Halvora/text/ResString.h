@@ -24,8 +24,9 @@ namespace Halvora {
 /// form may begin at any byte address.
 ///
 /// Text longer than 128 units is cut without notice, and wide characters are cut to their low 16
-/// bits. A null text pointer is the empty text. A copy takes the packed form, not the cache. `c_str` writes
-/// a cache inside a const object: calls on one object need the caller's synchronisation.
+/// bits. A null text pointer is the empty text. A copy takes the packed form, not the cache.
+/// `c_str` writes a cache inside a const object: calls on one object need the caller's
+/// synchronisation.
 ///
 /// Equality is not transitive (see `operator==`), so there is neither a hash nor an order.
 class HALVTYPES_API ResString {
