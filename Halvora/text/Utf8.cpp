@@ -98,7 +98,7 @@ HALV_APART void convertQuickly(To*& out, Byte const*& text, Byte const* stop,
     text = at;
 }
 
-// Writes up to three bytes behind what counts.
+// Writes up to one byte behind what counts.
 template <typename Unit>
 void convertQuickly(char*& out, Unit const*& text, Unit const* stop, Unit const*) noexcept {
     char* to = out;

@@ -22,6 +22,9 @@ namespace Halvora::detail {
 // What stands in narrow text for a character that it does not have.
 inline constexpr unsigned char replacement = 0x20;
 
+// convertElement, convertRun, convertInto and converted are what is called from elsewhere. What
+// only one kind of machine has ends in its name.
+
 // The one rule by which an element of narrow (char), 16-bit (unsigned short) or wide (wchar_t) text
 // becomes an element of another: its unsigned value, cut to 16 bits, or the replacement where
 // narrow text has no such character.
@@ -45,9 +48,9 @@ template <typename To, typename From>
     constexpr std::size_t step = sizeof(To) == 1 ? 4 : 8;
     for (; n >= step; n -= step, out += step, in += step) {
         if constexpr (sizeof(To) != 1) {
-            convertFour(out, in);
-            convertFour(out + 4, in + 4);
-        } else if (!narrowFour(out, in)) {
+            convertFourArm(out, in);
+            convertFourArm(out + 4, in + 4);
+        } else if (!narrowFourArm(out, in)) {
             out[0] = convertElement<To>(in[0]);
             out[1] = convertElement<To>(in[1]);
             out[2] = convertElement<To>(in[2]);
@@ -69,7 +72,7 @@ void convertBlocks(To* __restrict out, From const* __restrict in, std::size_t n)
     auto const convertBlock = [](To* __restrict to, From const* __restrict from) {
 #    if defined(__SSE2__)
         if constexpr (sizeof(To) < sizeof(From)) {
-            packBlock(to, from, replacement);
+            packX86(to, from, replacement);
             return;
         }
 #    endif
