@@ -131,9 +131,22 @@ void convertRun(To* __restrict out, From const* __restrict in, std::size_t n) no
 inline constexpr std::size_t chunkLength = 256;
 #ifdef HALV_LONG_RUNS
 inline constexpr std::size_t appendLength = 1920; // a frame of no more than a page
+inline constexpr bool isSpaceCheap = true;        // for a table of zeros, too
 #else
 inline constexpr std::size_t appendLength = chunkLength;
+inline constexpr bool isSpaceCheap = false;
 #endif
+
+// convertInto for 16-bit text of at most `chunkLength` elements, more than the output has room for.
+// resize() would fill this instantiation element by element; here the filling is a copy.
+template <typename String, typename From>
+[[gnu::noinline]] void convertIntoNew(String& out, From const* in, std::size_t n) {
+    static constexpr typename String::value_type zeros[chunkLength] = {};
+    out.clear();
+    out.reserve(n);
+    out.append(zeros, n);
+    convertRun(out.data(), in, n);
+}
 
 // The slow path of convertInto: an output of another length.
 template <typename String, typename From>
@@ -164,6 +177,8 @@ template <typename String, typename From>
 [[gnu::flatten]] void convertInto(String& out, From const* in, std::size_t n) {
     if (n == out.size()) {
         convertRun(out.data(), in, n);
+    } else if (isSpaceCheap && sizeof out[0] == 2 && n > out.capacity() && n <= chunkLength) {
+        convertIntoNew(out, in, n);
     } else {
         convertIntoFallback(out, in, n);
     }
@@ -173,20 +188,9 @@ template <typename String, typename From>
 template <typename String, typename From>
 String converted(From const* in, std::size_t n) {
     using To = typename String::value_type;
-#ifdef HALV_ARM_WORDS // less flash and stack
     String out(n, To());
     convertRun(out.data(), in, n);
     return out;
-#else
-    if (n <= chunkLength) {
-        To chunk[chunkLength];
-        convertRun(chunk, in, n);
-        return String(chunk, n);
-    }
-    String out;
-    convertIntoFallback(out, in, n);
-    return out;
-#endif
 }
 
 // The number of elements before the first zero, at most `limit`; 0 for null.
