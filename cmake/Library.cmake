@@ -161,7 +161,7 @@ if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
         SOURCE Halvora/text/Utf8.cpp
         APPEND
         PROPERTY
-            COMPILE_OPTIONS "$<$<CXX_COMPILER_ID:GNU>:-falign-loops=32;-falign-jumps=32>"
+            COMPILE_OPTIONS "$<$<CXX_COMPILER_ID:GNU>:-falign-functions=64;-falign-loops=32;-falign-jumps=32>"
     )
 endif()
 if(WIN32)

@@ -307,6 +307,24 @@ template <typename String, typename From>
 #endif
 }
 
+// Without the preparations that pay in a longer text.
+[[maybe_unused]] bool isValidShort(Byte const* at, Byte const* end) noexcept {
+    while (end - at >= std::ptrdiff_t{wordSize} && (detail::wordAt(at) & highBits) == 0) {
+        at += wordSize;
+    }
+    while (at != end) {
+        std::uint32_t const lead = *at;
+        if (lead < 0x80) {
+            ++at;
+        } else if (lead - 0xC2 < 0x1E && end - at > 1 && (at[1] & 0xC0) == 0x80) {
+            at += 2;
+        } else if (detail::takeCharacter(at, end) == detail::illFormed) {
+            return false;
+        }
+    }
+    return true;
+}
+
 Byte const* bytesOf(std::string_view text) noexcept {
     return reinterpret_cast<Byte const*>(text.data());
 }
@@ -331,6 +349,11 @@ Utf8Result Utf8::fromHLVString(std::string& out, HLVString const& text) {
 
 bool Utf8::isValid(std::string_view text) noexcept {
     Byte const* at = bytesOf(text);
+#ifdef HALV_UTF8_X86
+    if (text.size() <= 32) {
+        return isValidShort(at, at + text.size());
+    }
+#endif
     for (Byte const* const end = at + text.size(); at != end;) {
         auto const length = std::min(static_cast<std::size_t>(end - at), sliceLength);
         Byte const* const stop = at + length;
