@@ -1,7 +1,6 @@
 #include <Halvora/error/Param.h>
 
 #include <algorithm>
-#include <cstring>
 #include <ostream>
 #include <stdexcept>
 #include <string_view>
@@ -103,8 +102,7 @@ HLVError::Param::Param(wchar_t const* text, std::size_t length)
 
 HLVError::Param::Param(char const* text)
     : m_type(DT_STRING),
-      m_dataString(detail::converted<std::wstring>(text, text == nullptr ? 0 : std::strlen(text))) {
-}
+      m_dataString(detail::converted<std::wstring>(text, detail::terminatedLength(text))) {}
 
 HLVError::Param::Param(std::string const& text)
     : m_type(DT_STRING), m_dataString(Convert::toWString(text)) {}

@@ -166,7 +166,7 @@ std::wstring Convert::toWString(HLVString const& text) {
 }
 
 HALV_FLAT void Convert::toWString(std::wstring& out, char const* text) {
-    detail::convertInto(out, text, text == nullptr ? 0 : std::strlen(text));
+    detail::convertInto(out, text, detail::terminatedLength(text));
 }
 
 HALV_FLAT void Convert::toWString(std::wstring& out, std::string const& text) {

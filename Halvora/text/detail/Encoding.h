@@ -206,6 +206,10 @@ std::size_t terminatedLength(Char const* text,
     return n;
 }
 
+inline std::size_t terminatedLength(char const* text) noexcept {
+    return text == nullptr ? 0 : std::strlen(text);
+}
+
 // The number or code unit at any address, even or odd.
 inline unsigned short unitAt(void const* bytes) noexcept {
     unsigned short unit;
