@@ -12,6 +12,7 @@ namespace Halvora {
 namespace {
 
 using detail::Byte;
+using detail::bytesAt;
 using detail::highBits;
 using detail::wordSize;
 
@@ -27,12 +28,6 @@ constexpr bool countsLate = false;
 constexpr std::size_t frontLength = 0; // of any
 #    define HALV_APART
 #endif
-
-std::uint32_t bytesAt(void const* at) noexcept {
-    std::uint32_t bytes;
-    std::memcpy(&bytes, at, sizeof bytes);
-    return bytes;
-}
 
 // Takes off and writes characters that begin before `stop`, as long as they are well-formed and
 // four bytes can be read.
@@ -136,7 +131,7 @@ void convertEnd([[maybe_unused]] To*& to, [[maybe_unused]] From const*& at,
             if (lead < 0x80) {
                 *to++ = static_cast<To>(lead);
                 at += 1;
-            } else if (lead - 0xC2 < 0x1E && (next & 0xC0) == 0x80) {
+            } else if (lead - 0xC2 < 0x1E && detail::isContinuation(next)) {
                 *to++ = static_cast<To>((lead & 0x1F) << 6 | (next & 0x3F));
                 at += 2;
             } else {
@@ -316,7 +311,7 @@ template <typename String, typename From>
         std::uint32_t const lead = *at;
         if (lead < 0x80) {
             ++at;
-        } else if (lead - 0xC2 < 0x1E && end - at > 1 && (at[1] & 0xC0) == 0x80) {
+        } else if (lead - 0xC2 < 0x1E && end - at > 1 && detail::isContinuation(at[1])) {
             at += 2;
         } else if (detail::takeCharacter(at, end) == detail::illFormed) {
             return false;

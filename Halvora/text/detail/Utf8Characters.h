@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <type_traits>
 
 namespace Halvora::detail {
@@ -12,8 +13,17 @@ using Byte = unsigned char;
 
 inline constexpr std::uint32_t illFormed = 0xFFFFFFFF;
 
+constexpr bool isContinuation(std::uint32_t byte) noexcept {
+    return (byte & 0xC0) == 0x80;
+}
 constexpr bool isSurrogate(std::uint32_t code) noexcept {
     return (code & 0xFFFFF800) == 0xD800;
+}
+
+inline std::uint32_t bytesAt(void const* at) noexcept {
+    std::uint32_t bytes;
+    std::memcpy(&bytes, at, sizeof bytes);
+    return bytes;
 }
 
 // Takes the character at the front off, or the maximal subpart of an ill-formed sequence.

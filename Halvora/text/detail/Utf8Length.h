@@ -7,9 +7,6 @@
 
 namespace Halvora::detail {
 
-constexpr bool isContinuation(Byte byte) noexcept {
-    return (byte & 0xC0) == 0x80;
-}
 // The length of the conversion, if the text is well-formed.
 
 inline std::size_t sumOfBytes(Word word) noexcept {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <Halvora/text/detail/PackX86.h>
+#include <Halvora/text/detail/Utf8Characters.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -14,12 +14,6 @@ namespace Halvora::detail {
 // Each bit of `value` where that of `isKept` is set, elsewhere that of `other`.
 inline __m128i selectX86(__m128i isKept, __m128i value, __m128i other) noexcept {
     return _mm_or_si128(_mm_and_si128(isKept, value), _mm_andnot_si128(isKept, other));
-}
-
-inline std::uint32_t bytesX86(void const* at) noexcept {
-    std::uint32_t bytes;
-    std::memcpy(&bytes, at, sizeof bytes);
-    return bytes;
 }
 
 inline __m128i ofAllX86(std::uint32_t value) noexcept {
@@ -108,7 +102,7 @@ inline __m128i isNotThreeX86(__m128i top) noexcept {
 // Takes four characters of three bytes each, unless there is anything else.
 template <typename To>
 bool takeFourX86(To*& to, unsigned char const*& at) noexcept {
-    auto const lane = [at](int i) { return static_cast<int>(bytesX86(at + i)); };
+    auto const lane = [at](int i) { return static_cast<int>(bytesAt(at + i)); };
     __m128i const bytes = _mm_setr_epi32(lane(0), lane(3), lane(6), lane(9));
     __m128i const marks = _mm_and_si128(bytes, ofAllX86(0xC0C0F0));
     __m128i const high = _mm_slli_epi32(_mm_and_si128(bytes, ofAllX86(0x0F)), 12);
