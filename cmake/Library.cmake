@@ -155,7 +155,7 @@ if(HALVTYPES_HAS_SSE2)
         PROPERTIES COMPILE_OPTIONS "-msse2;-mfpmath=sse"
     )
 endif()
-# Loops of a few instructions for each byte take a quarter longer where they lie badly.
+# Loops of a few instructions for each byte take longer where they lie badly.
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
     set_property(
         SOURCE Halvora/text/Utf8.cpp
