@@ -87,8 +87,7 @@ constexpr bool holds(eDataType type) noexcept {
 
 /// The elements of `array` as values of `T`; an empty view if they are of another type. Ticks are
 /// values of `unsigned long long`, identifiers of `Binary16`. Where `long` has 64 bits it stands
-/// for `long long`; where it has 32, `viewOf<long>` does
-/// not compile.
+/// for `long long`; where it has 32, `viewOf<long>` does not compile.
 template <typename T>
 ArrayView<T> viewOf(HLVArray const& array HALVTYPES_LIFETIMEBOUND) noexcept {
     constexpr bool isLong = std::is_same_v<T, long> || std::is_same_v<T, unsigned long>;

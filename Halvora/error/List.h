@@ -111,8 +111,8 @@ public:
     void remove(iterator& position) noexcept;
 
     /// Puts `error`, of which it takes ownership, in the place of the entry, which is deleted. Null
-    /// and code 0 are not taken, and the entry is only removed. `error` may be the entry
-    /// itself: then nothing changes. When memory runs out nothing changes either.
+    /// and code 0 are not taken, and the entry is only removed. `error` may be the entry itself:
+    /// then nothing changes. When memory runs out nothing changes either.
     void replace(iterator& position, HLVError* error);
 
     /// The same with the error of the holder, which is emptied when there is an entry: an error

@@ -187,10 +187,10 @@ public:
     /// A field that begins and ends with a quote loses both. One that only begins with a quote goes
     /// on, separators included, to the next quote or the end of the text; a separator directly
     /// behind that quote is skipped, anything else there begins the next field: `a,"b,c",d` and
-    /// `a,"b,c"d` give `a`, `b,c` and `d`. One that only begins
-    /// with a quote is dropped when no text follows its separator or nothing separates it: `a,"b`
-    /// gives one field. A lone quote is kept. No escape puts a quote inside a quoted field: this
-    /// is for texts known to have none, and `CsvReader` for CSV from elsewhere.
+    /// `a,"b,c"d` give `a`, `b,c` and `d`. One that only begins with a quote is dropped when
+    /// no text follows its separator or nothing separates it: `a,"b` gives one field. A lone quote
+    /// is kept. No escape puts a quote inside a quoted field: this is for texts known to have none,
+    /// and `CsvReader` for CSV from elsewhere.
     static std::vector<std::string>& splitQuoted(std::string const& text, char separator,
                                                  std::vector<std::string>& fields);
     /// Cuts wide `text` at every separator outside double quotes, by the rules of the narrow form.

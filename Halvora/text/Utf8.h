@@ -34,8 +34,9 @@ struct Utf8Result {
 ///
 /// Zeros are characters like all others, and no byte order mark is added or removed. `out` is
 /// replaced whole. One allocation at most for text that is well-formed, and none when `out` has the
-/// capacity. Memory that runs out is reported by `std::bad_alloc`, and nothing else fails; `out`
-/// then holds unspecified text. All take time linear in the length.
+/// capacity; `fromHLVString` may ask for 6 bytes for a surrogate pair. Memory that runs out is
+/// reported by `std::bad_alloc`, and nothing else fails; `out` then holds unspecified text. All
+/// take time linear in the length.
 class HALVTYPES_API Utf8 {
 public:
     explicit Utf8() = delete;
