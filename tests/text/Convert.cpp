@@ -96,13 +96,14 @@ void checkRuns() {
     bool const hasAvx512 = __builtin_cpu_supports("avx512bw") != 0;
     constexpr std::size_t step = detail::longStep<To>;
     struct {
+        char const* name;
         bool isThere;
         std::size_t least;
         void (*convert)(To*, From const*, std::size_t);
     } const ways[] = {
-        {true,                0,    blocks},
-        {hasAvx2,             step, avx2  },
-        {widens && hasAvx512, step, avx512},
+        {"plain",   true,                0,    blocks},
+        {"AVX2",    hasAvx2,             step, avx2  },
+        {"AVX-512", widens && hasAvx512, step, avx512},
     };
     for (auto const& way : ways) {
         for (std::size_t length = way.least; way.isThere && length < way.least + 150; ++length) {
@@ -114,7 +115,8 @@ void checkRuns() {
                 expected[i] = detail::convertElement<To>(source[i]);
             }
             way.convert(&out[place], &source[place], length);
-            ASSERT_TRUE(same(expected, out)) << &way - ways << __PRETTY_FUNCTION__;
+            ASSERT_TRUE(same(expected, out))
+                << way.name << ", " << length << " elements, " << __PRETTY_FUNCTION__;
         }
     }
 }

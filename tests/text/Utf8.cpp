@@ -142,20 +142,21 @@ TEST(Utf8, oneAllocationAndNoneWithCapacity) {
 // the cache. Half of the texts have one element beyond ASCII, by one bit.
 template <typename To, typename From>
 void checkAscii() {
+    auto const avx512 = [](auto... run) {
+        if constexpr (sizeof(From) == 1) {
+            return detail::copyAsciiAvx512(run...);
+        }
+        return false;
+    };
     struct {
+        char const* name;
         bool isThere;
         bool (*copy)(To*, From const*, std::size_t);
     } const ways[] = {
-        {true,                                                         [](auto... run) { return detail::copyAsciiBlocks(run...); }},
-        {__builtin_cpu_supports("avx2") != 0,
-         [](auto... run) { return detail::copyAsciiAvx2(run...); }                                                                },
-        {__builtin_cpu_supports("avx512bw") != 0 && sizeof(From) == 1,
-         [](auto... run) {
-             if constexpr (sizeof(From) == 1) {
-                 return detail::copyAsciiAvx512(run...);
-             }
-             return false;
-         }                                                                                                                        },
+        {"plain",   true,                                                         [](auto... run) { return detail::copyAsciiBlocks(run...); }},
+        {"AVX2",    __builtin_cpu_supports("avx2") != 0,
+         [](auto... run) { return detail::copyAsciiAvx2(run...); }                                                                           },
+        {"AVX-512", __builtin_cpu_supports("avx512bw") != 0 && sizeof(From) == 1, avx512                                                     },
     };
     for (auto const& way : ways) {
         for (std::size_t length = 32; way.isThere && length < 300; ++length) {
@@ -172,8 +173,9 @@ void checkAscii() {
                     static_cast<From>(0x80u << draw(8 * sizeof(From) - 7));
             }
             ASSERT_EQ(isAscii, way.copy(&out[place], &source[place], length))
-                << &way - ways << __PRETTY_FUNCTION__;
-            ASSERT_TRUE(!isAscii || expected == out) << &way - ways << __PRETTY_FUNCTION__;
+                << way.name << ", " << length << " elements, " << __PRETTY_FUNCTION__;
+            ASSERT_TRUE(!isAscii || expected == out)
+                << way.name << ", " << length << " elements, " << __PRETTY_FUNCTION__;
         }
     }
 }
