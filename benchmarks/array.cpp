@@ -278,6 +278,37 @@ void addElements(std::size_t n) {
 #endif
 }
 
+// Arrays of one number each, which a vector moves while it grows and swaps to turn itself round.
+template <typename Array, typename Make>
+void addMoves(char const* who, std::size_t n, Make make) {
+    auto const grow = [n, make] {
+        std::vector<Array> arrays;
+        for (std::size_t i = 0; i < n; ++i) {
+            arrays.push_back(make(static_cast<double>(i)));
+        }
+        return arrays;
+    };
+    std::vector<Array> const arrays = grow();
+    addSame("arrays in a vector that grows", n, who, arrays, grow);
+    addSame("arrays swapped in a vector", n, who, std::vector(arrays.rbegin(), arrays.rend()),
+            [arrays = std::vector(arrays)]() mutable -> std::vector<Array>& {
+                std::reverse(arrays.begin(), arrays.end());
+                return arrays;
+            });
+}
+
+void addMoves(std::size_t n) {
+    addMoves<HLVArray>("ours", n, [](double value) { return HLVArray(1, &value); });
+    using Vector = std::vector<double>;
+    addMoves<Vector>("limit", n, [](double value) { return Vector(1, value); });
+#ifdef HALVTYPES_WITH_QT
+    using Numbers = QVector<double>;
+    addMoves<Numbers>("QVector", n, [](double value) { return Numbers(1, value); });
+    addMoves<QVariantList>("QVariantList", n,
+                           [](double value) { return QVariantList{QVariant(value)}; });
+#endif
+}
+
 void addReading(std::size_t n) {
     auto const values = std::make_shared<std::vector<double>>(n, 0.5);
     auto const array = std::make_shared<HLVArray>(arrayOf(*values));
@@ -321,6 +352,7 @@ int main(int argc, char** argv) {
         addSetting(resourceStrings, n);
         addRuns(n);
         addElements(n);
+        addMoves(n);
     }
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
