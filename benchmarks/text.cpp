@@ -52,7 +52,7 @@ std::string narrowText(std::size_t n) {
 }
 
 // Into a reused output, and by value. The floor of a new output: a string that is filled before
-// anyone may write into it, as all are.
+// anyone may write into it, as all are. That of a longer output: as many bytes filled.
 template <typename Out, typename In, typename Into, typename ByValue>
 void addConversion(std::string const& name, In const& in, Into into, ByValue byValue) {
     std::size_t const n = in.size();
@@ -67,6 +67,12 @@ void addConversion(std::string const& name, In const& in, Into into, ByValue byV
         into(out, in);
         benchmark::DoNotOptimize(out);
     });
+    if constexpr (sizeof(typename Out::value_type) > sizeof(typename In::value_type)) {
+        add(name, n, "floor", [out = Out(n, 'x')]() mutable {
+            std::memset(out.data(), 'x', out.size() * sizeof(out[0]));
+            benchmark::DoNotOptimize(out.data());
+        });
+    }
 }
 
 // The C library's converter, as a user without any of these libraries would call it, with a handle
