@@ -5,6 +5,8 @@
 #include <cstring>
 #include <stdexcept>
 
+#include <tests/text/Text.h>
+
 namespace Halvora::test {
 namespace {
 
@@ -74,7 +76,8 @@ TEST(Param, keepsTextsAsWideOnes) {
     expectParam(Param(HLVString(units, 4)), DT_STRING, {}, std::wstring(L"a\u20AC\uFFFF\0", 4));
     expectParam(Param(static_cast<char const*>(nullptr)), DT_STRING, {}, L"");
     expectParam(Param(static_cast<Unit const*>(nullptr)), DT_STRING, {}, L"");
-    EXPECT_THROW(Param(static_cast<wchar_t const*>(nullptr)), std::logic_error);
+    EXPECT_EQ("HLVError::Param: the text is null",
+              refusal<std::logic_error>([] { Param(static_cast<wchar_t const*>(nullptr)); }));
 }
 
 TEST(Param, followsTheFormatOfTheStream) {

@@ -39,6 +39,13 @@ TEST(CsvReader, rules) {
     for (auto const& [limit, text, events] : rows) {
         checkEvents(text, ',', limit, events);
     }
+    std::string kinds;
+    for (int kind = 0; kind < 4; ++kind) {
+        kinds += CsvReader::Fault{CsvReader::FaultKind(kind), 0, 0, 0, 0}.what() + std::string("/");
+    }
+    EXPECT_EQ("a quote where none may stand/a quote that nothing closes/"
+              "a record beyond the longest allowed/the stream failed/",
+              kinds);
     std::vector<std::string> fields;
     EXPECT_FALSE(CsvReader(nullptr).next(fields) || CsvReader(std::string_view()).next(fields));
     CsvReader reader("1\n12345\n6");

@@ -33,9 +33,13 @@ TEST(ResString2, everySourceIsKeptWholeButNoNull) {
         EXPECT_TRUE(same(wide, out));
         EXPECT_TRUE(text == viewOf(wide) && text != viewOf(out += L'x'));
     }
-    EXPECT_THROW(ResString2(id, static_cast<char const*>(nullptr)), std::logic_error);
-    EXPECT_THROW(ResString2(id, static_cast<wchar_t const*>(nullptr)), std::logic_error);
-    EXPECT_THROW(ResString2(id, static_cast<unsigned short const*>(nullptr)), std::logic_error);
+    auto const check = [](auto const* null) {
+        EXPECT_EQ("ResString2: the text is null",
+                  refusal<std::logic_error>([null] { ResString2(id, null); }));
+    };
+    check(static_cast<char const*>(nullptr));
+    check(static_cast<wchar_t const*>(nullptr));
+    check(static_cast<unsigned short const*>(nullptr));
 }
 
 template <typename Left, typename Right>

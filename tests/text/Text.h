@@ -56,6 +56,17 @@ testing::AssertionResult same(Text const& expected, Text const& actual) {
            << "expected " << shown(expected, at) << "\n  actual " << shown(actual, at) << '\n';
 }
 
+// The text of the exception by which a call refuses what it gets.
+template <typename Refusal, typename Call>
+std::string refusal(Call call) {
+    try {
+        call();
+    } catch (Refusal const& e) {
+        return e.what();
+    }
+    return "no refusal";
+}
+
 // A packed or raw form.
 template <typename Text>
 std::string bytesOf(Text const& object) {

@@ -41,8 +41,8 @@ std::string fields(KrVersion const& v) {
     all << v << ',' << v.getBuildDate() << ',' << v.getBuildTime() << ',' << v.getConfiguration()
         << ',' << v.getBuildFlag() << ',' << v.getPlatform() << ',' << v.getCompiler() << ','
         << major << ',' << minor << ',' << v.getProductName() << ',' << v.getCompanyName() << ','
-        << v.getFileDescription() << ',' << v.getInternalName() << ','
-        << v.getLegalCopyright().substr(0, 9) << ',' << v.getOriginalFilename();
+        << v.getFileDescription() << ',' << v.getInternalName() << ',' << v.getLegalCopyright()
+        << ',' << v.getOriginalFilename();
     return all.str();
 }
 
@@ -53,7 +53,8 @@ TEST(KrVersion, everyArgumentGoesToItsField) {
                                "j", "k", "l")));
     EXPECT_EQ(
         "3.0.0.39686 (release-dev),May 27 2015,08:46:27,Release,0,linux,gcc 4.4.2,1,0,Halvora,"
-        "Halvora,HalvTypes Dynamic Link Library,HalvTypes,Copyright,HalvTypes.dll",
+        "Halvora,HalvTypes Dynamic Link Library,HalvTypes,Copyright Halvora. All rights "
+        "reserved.,HalvTypes.dll",
         fields(HalvTypes::ms_Version));
 }
 
