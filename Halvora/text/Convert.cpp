@@ -348,7 +348,8 @@ std::string Convert::toAString(eDataType type) {
 }
 
 std::string Convert::toAString(Binary16 const& value) {
-    std::string text(Binary16::GROUPED_LENGTH, ' ');
+    // A text to write over: a copy takes less than a fill.
+    std::string text("00000000-0000-0000-0000-000000000000", Binary16::GROUPED_LENGTH);
     value.toGrouped(text.data(), text.size());
     return text;
 }

@@ -1,6 +1,7 @@
 #include <Halvora/types/Binary16.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cxxabi.h>
 #include <istream>
 #include <iterator>
@@ -11,7 +12,6 @@
 #include <typeinfo>
 
 #include <Halvora/types/ParseBinary16.h>
-#include <Halvora/types/detail/Hex.h>
 
 namespace Halvora {
 
@@ -22,6 +22,8 @@ Binary16 const Binary16::EMPTY(0, 0, 0, 0);
 
 namespace {
 
+constexpr unsigned char upperCaseLetters = 'A' - '9' - 1;
+constexpr unsigned char lowerCaseLetters = 'a' - '9' - 1;
 constexpr std::size_t digitCount = 32;
 constexpr std::size_t textLength = Binary16::HEXADECIMAL_LENGTH;
 
@@ -31,10 +33,30 @@ struct Words {
     explicit Words(void const* bytes) noexcept { std::memcpy(at, bytes, sizeof at); }
 };
 
+// The 8 digits of a number, most significant first: its nibbles are spread over the bytes of one
+// 64-bit word and turned into digits all at once. `letters` is the gap between '9' and the letter
+// that stands for 10.
+std::uint64_t hex8(std::uint32_t number, unsigned char letters) noexcept {
+    constexpr std::uint64_t each = 0x0101010101010101u;
+    std::uint64_t nibbles = __builtin_bswap32(number);
+    nibbles = (nibbles | (nibbles << 16)) & 0x0000FFFF0000FFFFu;
+    nibbles = (nibbles | (nibbles << 8)) & 0x00FF00FF00FF00FFu;
+    constexpr std::uint64_t low = 0x000F000F000F000Fu;
+    nibbles = ((nibbles >> 4) & low) | ((nibbles & low) << 8);
+    std::uint64_t const aboveNine = ((nibbles + each * 6) >> 4) & each;
+    return nibbles + each * '0' + aboveNine * letters;
+}
+
+template <typename T>
+void store(char* out, T value) noexcept {
+    std::memcpy(out, &value, sizeof value);
+}
+
 void putDigits(char* out, unsigned char const* bytes) noexcept {
-    Words const words(bytes);
-    for (int i = 3; i >= 0; --i) {
-        out = detail::putHex8(out, words.at[i], detail::upperCaseLetters);
+    for (int i = 12; i >= 0; i -= 4, out += 8) {
+        std::uint32_t word;
+        std::memcpy(&word, bytes + i, sizeof word);
+        store(out, hex8(word, upperCaseLetters));
     }
 }
 
@@ -56,19 +78,22 @@ void swapUuidBytes(void* out, void const* bytes) noexcept {
     std::memcpy(out, words.at, sizeof words.at);
 }
 
+// Eight digits, with a dash before each half.
+void putHalves(char* out, std::uint64_t digits) noexcept {
+    out[0] = out[5] = '-';
+    store(out + 1, static_cast<std::uint32_t>(digits));
+    store(out + 6, static_cast<std::uint32_t>(digits >> 32));
+}
+
+// Digits go straight to their places, not by way of a buffer: what was stored in pieces is read
+// slowly as a whole.
 void putGrouped(char* out, unsigned char const* bytes) noexcept {
     Words const words = uuidWords(bytes);
-    char digits[digitCount];
-    char* end = digits;
-    for (std::uint32_t const word : words.at) {
-        end = detail::putHex8(end, word, detail::lowerCaseLetters);
-    }
-    std::memcpy(out, digits, 8);
-    std::memcpy(out + 9, digits + 8, 4);
-    std::memcpy(out + 14, digits + 12, 4);
-    std::memcpy(out + 19, digits + 16, 4);
-    std::memcpy(out + 24, digits + 20, 12);
-    out[8] = out[13] = out[18] = out[23] = '-';
+    auto const digits = [&words](int i) { return hex8(words.at[i], lowerCaseLetters); };
+    store(out, digits(0));
+    putHalves(out + 8, digits(1));
+    putHalves(out + 18, digits(2));
+    store(out + 28, digits(3));
 }
 
 void putHexadecimal(char* out, unsigned char const* bytes) noexcept {
