@@ -56,6 +56,44 @@ constexpr unsigned char commonNumeric[9][9] = {
     {D,   D,   D,   D,   D,   D,   D,   D, D},
 };
 
+constexpr bool isOfGroup(int type, eDataTypeGroup group) {
+    return groupOfType[type] == group;
+}
+
+// `DT_VOID` when there is none.
+constexpr int commonOfDifferent(int a, int b) {
+    if (a == DT_VOID || b == DT_VOID) {
+        return a + b;
+    }
+    if (isOfGroup(a, DTG_NUMERIC) && isOfGroup(b, DTG_NUMERIC)) {
+        return commonNumeric[a - DT_BYTE][b - DT_BYTE];
+    }
+    return isOfGroup(a, DTG_STRING) && isOfGroup(b, DTG_STRING) ? DT_STRINGRES : DT_VOID;
+}
+
+// The answer for each two types in a byte: the common type, and whether there is one.
+struct CommonTypes {
+    static constexpr unsigned int isCommon = 0x10;
+    unsigned char pairs[typeCount * typeCount] = {};
+
+    constexpr CommonTypes() {
+        for (int a = 0; a < typeCount; ++a) {
+            for (int b = 0; b < typeCount; ++b) {
+                unsigned int const common = a == b ? a : commonOfDifferent(a, b);
+                bool const has = common != DT_VOID || a == b;
+                pairs[a * typeCount + b] = static_cast<unsigned char>(has ? common | isCommon : 0);
+            }
+        }
+    }
+};
+constexpr CommonTypes commonTypes;
+
+[[gnu::noinline, gnu::cold]] bool commonWithUnknown(eDataType a, eDataType b,
+                                                    eDataType& common) noexcept {
+    common = a == b || b == DT_VOID ? a : a == DT_VOID ? b : DT_VOID;
+    return common != DT_VOID;
+}
+
 } // namespace
 
 eDataType const HalvTypes::ms_voidGroupDataTypes[1] = {DT_VOID};
@@ -95,24 +133,13 @@ eDataType HalvTypes::getMaxDataType(eDataTypeGroup group) noexcept {
 }
 
 bool HalvTypes::getSmallestCommonDataType(eDataType a, eDataType b, eDataType& common) noexcept {
-    common = DT_VOID;
-    if (a == b || b == DT_VOID) {
-        common = a;
-        return true;
+    auto const row = static_cast<unsigned int>(a), column = static_cast<unsigned int>(b);
+    if ((row | column) >= typeCount) {
+        return commonWithUnknown(a, b, common);
     }
-    if (a == DT_VOID) {
-        common = b;
-        return true;
-    }
-    if (getDataTypeGroup(a) == DTG_NUMERIC && getDataTypeGroup(b) == DTG_NUMERIC) {
-        common = static_cast<eDataType>(commonNumeric[a - DT_BYTE][b - DT_BYTE]);
-        return true;
-    }
-    if (getDataTypeGroup(a) == DTG_STRING && getDataTypeGroup(b) == DTG_STRING) {
-        common = DT_STRINGRES;
-        return true;
-    }
-    return false;
+    unsigned int const pair = commonTypes.pairs[row * typeCount + column];
+    common = static_cast<eDataType>(pair % CommonTypes::isCommon);
+    return pair >= CommonTypes::isCommon;
 }
 
 char const* HalvTypes::dataTypeToString(eDataType type) noexcept {
