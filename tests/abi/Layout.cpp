@@ -29,6 +29,10 @@ static_assert(is<HLVError::List>(24, 16) && is<HLVError::List::iterator>(24, 12)
 static_assert(is<HLVError::List::const_iterator>(24, 12));
 static_assert(is<Exception>(80, 56) && is<HLVErrorException>(80, 56) && is<KrVersion>(416, 316));
 
+TEST(Layout, theLibraryTellsItsMajorVersion) {
+    EXPECT_EQ(HalvTypes::ms_Version.getMajor(), static_cast<unsigned>(Halvora::abi::HALVTYPES_ABI));
+}
+
 // Members of the standard library's types, which the descriptions in abi/ leave out.
 TEST(Layout, stringsKeepTheirPlaces) {
     KrVersion const& version = HalvTypes::ms_Version;

@@ -56,6 +56,9 @@ static_assert(!std::is_assignable_v<ResString&, int> &&
 REFUSED(construct, T({1, 2, 3}));
 REFUSED(assign, std::declval<T&>() = {2, L'x'});
 REFUSED(trace, T(1, "message", {1, 2}));
+REFUSED(message, T(1, {1, 2}, "trace"));
+REFUSED(traceOfError, T(std::declval<HLVError*>(), {1, 2}));
+REFUSED(traceOfOwned, T(std::declval<std::unique_ptr<HLVError>>(), {1, 2}));
 REFUSED(twoTexts, T({L"a", L"b"}));
 REFUSED(pointer, T({L"x"}));
 REFUSED(addText, std::declval<T&>().addBool("x"));
@@ -63,12 +66,18 @@ REFUSED(setText, std::declval<T&>().setBool(0, "x"));
 REFUSED(becomeText, std::declval<T&>().set("x"));
 REFUSED(precede, std::declval<T const&>() < std::declval<T const&>());
 REFUSED(nameOfNumber, T::toAString(3));
+REFUSED(wideNameOfNumber, T::toWString(3));
 REFUSED(lengthIsTrue, std::declval<T&>().set("x", true));
 REFUSED(lengthIsHalf, std::declval<T&>().set("x", 0.5));
 REFUSED(instance, T{});
 static_assert(construct<VarChar> && assign<VarChar> && trace<Exception> && twoTexts<HLVArray>);
 static_assert(pointer<HLVArray> && addText<HLVArray> && setText<HLVArray> && becomeText<Binary16>);
-static_assert(precede<ResString> && nameOfNumber<Convert> && instance<Utf8>);
+static_assert(message<Exception> && traceOfError<HLVErrorException> &&
+              traceOfOwned<HLVErrorException>);
+static_assert(nameOfNumber<Convert> && wideNameOfNumber<Convert>);
+static_assert(precede<ResString> && instance<Round> && instance<Utf8>);
+static_assert(std::is_constructible_v<CsvReader, std::string&> &&
+              !anyBuilds<CsvReader, std::string, std::string const>); // gone before it is read
 static_assert(lengthIsTrue<VarChar> && lengthIsHalf<VarChar>);
 
 void use(HLVArray& array, Binary16& value, ResString const& text, VarChar& raw, Exception& e) {

@@ -23,12 +23,14 @@ void expectDescribed(std::wstring const& text, Holder const& error,
     EXPECT_EQ(bytes, narrow.str());
 }
 
-// Translates identified texts, and answers nothing else: null or an empty name.
+// Translates identified texts, and answers nothing else but one sentence: null or an empty name.
 struct Shouting : ResString::DummyTranslator {
     void getTranslation(std::wostream& stream, ResString const& text) const override {
         stream << text.wstr() << L"!";
     }
-    ResString* getErrorDescription(int) const override { return nullptr; }
+    ResString* getErrorDescription(int code) const override {
+        return code == -2 ? new ResString(L"A sentence.") : nullptr;
+    }
     wchar_t* getErrorName(int code) const override { return code < 0 ? nullptr : new wchar_t[1](); }
 };
 
@@ -41,8 +43,10 @@ TEST(Describe, writesNamesSentencesAndParametersForPeople) {
     expectDescribed(L"least (-2147483648)\n", HLVError::create(rows[1].code));
     ResString const identified(Binary16(5), std::wstring(L"S\u00FCd"));
     Holder shouted = HLVError::create(-1);
+    shouted.prepend(-2);
     shouted.prepend(1, identified, L"\xD83D\xDE00\xD83D \x1B\n\x7F\x9B|\xDC00");
-    expectDescribed(L"Error 1\n  P1: S\u00FCd!\n  P2: \U0001F600\uFFFD     |\uFFFD\nError -1\n",
+    expectDescribed(L"Error 1\n  P1: S\u00FCd!\n  P2: \U0001F600\uFFFD     |\uFFFD\n"
+                    L"-2: A sentence.\nError -1\n",
                     shouted, Shouting());
 }
 

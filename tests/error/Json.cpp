@@ -30,6 +30,7 @@ std::string param(Value const& value) {
 
 TEST(Json, writesNumbersWithAllTheirBits) {
     EXPECT_EQ(R"("Bool","value":true)", param(true));
+    EXPECT_EQ(R"("Bool","value":false)", param(false));
     EXPECT_EQ(R"("Byte","value":255)", param(Byte(255)));
     EXPECT_EQ(R"("Int16","value":-32768)", param(short(-32768)));
     EXPECT_EQ(R"("UInt16","value":65535)", param(Unit(65535)));
@@ -51,8 +52,8 @@ TEST(Json, writesTextsAsUtf8AndIdentifiersInBothForms) {
                               R"("grouped":"12345678-9abc-def0-0807-060504030201")";
     EXPECT_EQ(R"("Binary16","value":)" + forms, param(id));
     EXPECT_EQ(R"("ResString","value":"t","id":)" + forms, param(ResString(id, std::wstring(L"t"))));
-    EXPECT_EQ("\"String\",\"value\":\"\xC3\xA9\\\"\\\\/\\u0000\\u001b\\u007f\\u009f\"",
-              param(std::wstring(L"\u00E9\"\\/\0\x1B\x7F\x9F", 8)));
+    EXPECT_EQ("\"String\",\"value\":\"\xC3\xA9\\\"\\\\/\\u0000\\u001f ~\\u007f\\u009f\xC2\xA0\"",
+              param(std::wstring(L"\u00E9\"\\/\0\x1F ~\x7F\x9F\xA0", 11)));
     EXPECT_EQ("\"String\",\"value\":\"\xF0\x9F\x98\x80\xF0\x9F\x98\x80\xEF\xBF\xBD\xEF\xBF\xBD-"
               "\xEF\xBF\xBD\"",
               param(L"\xD83D\xDE00\U0001F600\xDC00\xD800-\xD83D"));

@@ -49,8 +49,9 @@ TEST(CsvReader, rules) {
     std::vector<std::string> fields;
     EXPECT_FALSE(CsvReader(nullptr).next(fields) || CsvReader(std::string_view()).next(fields));
     CsvReader reader("1\n12345\n6");
-    EXPECT_TRUE(reader.next(fields));
+    EXPECT_TRUE(reader.next(fields) && reader.maxRecordLength() == 16 * 1024 * 1024);
     reader.setMaxRecordLength(4);
+    EXPECT_EQ(4u, reader.maxRecordLength());
     EXPECT_TRUE(reader.next(fields) && fields[0] == "6"); // the limit holds from here on
 }
 

@@ -79,7 +79,8 @@ TEST(Utf8, textsOfAllKindsAndLengths) {
             std::wstring wide;
             HLVString units;
             while (wide.size() < length) {
-                unsigned const code = draw(draw(9) == 0 ? 0x110000 : end);
+                // Among them some of each length.
+                unsigned const code = draw(9) == 0 ? draw(0x110000) >> draw(15) : draw(end);
                 wide += static_cast<wchar_t>(code);
                 units += static_cast<unsigned short>(draw(9) == 0 ? 0xD700 + draw(0xA00) : code);
                 codes.push_back(code & 0xFFFFF);

@@ -27,10 +27,11 @@ TEST(VarChar, everySourceIsCutTo512Units) {
     for (unsigned const length : {0u, 1u, 17u, 256u, 512u, 513u, 600u}) {
         std::wstring const wide(length, L'\xE9'), kept = wide.substr(0, 512);
         std::string const narrow(length, '\xE9');
-        VarChar counted("old"), narrowCounted("old"), raw("old");
+        VarChar counted("old"), narrowCounted("old"), raw("old"), assigned("old");
         counted.set(wide.data(), static_cast<unsigned short>(length));
         narrowCounted.set(narrow.data(), length);
         VarChar::set(narrow.c_str(), &raw);
+        EXPECT_EQ(&assigned, &(assigned = viewOf(narrow)));
         std::pair<char const*, VarChar> const sources[] = {
             {"a wide string",             VarChar(wide)          },
             {"a wide text and a length",  counted                },
@@ -38,6 +39,7 @@ TEST(VarChar, everySourceIsCutTo512Units) {
             {"a narrow text, its length", narrowCounted          },
             {"a narrow text to its zero", VarChar(narrow.c_str())},
             {"a form in memory",          raw                    },
+            {"an assigned view",          assigned               },
             {"a wide view",               VarChar(viewOf(wide))  },
             {"a narrow view",             VarChar(viewOf(narrow))},
         };
