@@ -155,6 +155,7 @@ TEST(Binary16, comparisonAndHashSeeEveryBit) {
         EXPECT_TRUE(one <= one && one >= one && !(one < one) && !(one > one)) << i;
     }
     EXPECT_EQ(128u, hashes.size());
+    EXPECT_EQ(static_cast<std::size_t>(0x880BEFEBDCA8CE81), std::hash<Binary16>()(constant));
 }
 
 } // namespace
