@@ -134,10 +134,13 @@ TEST(HLVArray, longIsTheIntegerOf64Bits) {
 }
 #endif
 
+static_assert(elementWidth(DT_VOID) + elementWidth(static_cast<eDataType>(16)) == 0);
+
 TEST(HLVArray, aFullArrayRefusesToGrowAndAnyArrayAForeignWidth) {
     forEachArrayRow([](auto row) {
         auto const v = row.value(7);
         unsigned int const w = row.width();
+        EXPECT_EQ(w, elementWidth(row.type)) << row.name;
         for (unsigned int const width : {w, 0u, w / 2, w + 1, w * 2}) {
             int const code = row.isText || width != w ? ERR_WRONG_TYPE : 0;
             Array a;

@@ -14,6 +14,14 @@ constexpr CatalogueRow valves[] = {
     {-2147483647 - 1, L"least",      L"",                       {}                           },
     {2147483647,      L"most",       L"The last.",              {}                           },
 };
+constexpr CatalogueRow nameless[] = {
+    {1, nullptr, L"", {}}
+};
+static_assert(!detail::areWhole(detail::joined<nameless>()));
+#define HALF L"1234567812345678123456781234567812345678123456781234567812345678"
+static_assert(detail::isKept(HALF HALF) && !detail::isKept(HALF HALF L"9"));
+static_assert(detail::isKept(L"\uFFFF") && !detail::isKept(L"\U00010000"));
+
 constexpr Catalogue both = catalogue<pumps, valves>;
 CatalogueTranslator const translator(both, "en"), pumpTranslator(catalogue<pumps>);
 
