@@ -1,14 +1,12 @@
 // Appending to, changing, copying and walking typed arrays.
 
 #include "Bench.h"
+#include "Exact.h"
 
 #include <Halvora/array/ArrayView.h>
 #include <Halvora/array/HLVArray.h>
 
-#include <malloc.h>
-
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <memory>
@@ -97,35 +95,17 @@ void addCopies(std::string const& name, char const* who, std::vector<T> const& v
     add(name, values.size(), who, [append] { benchmark::DoNotOptimize(append().get()); });
 }
 
-// What exact storage costs at least: a call of realloc whenever the allocator's block is full. The
-// append itself is a call too, as that into a library is.
-template <typename T>
-struct Exact {
-    std::unique_ptr<T[], decltype(&std::free)> all{nullptr, std::free};
-    std::size_t count = 0;
-    std::size_t room = 0;
-
-    [[gnu::noinline]] void append(T value) {
-        if (count == room) {
-            all.reset(static_cast<T*>(std::realloc(all.release(), (count + 1) * sizeof(T))));
-            room = malloc_usable_size(all.get()) / sizeof(T);
-        }
-        all[count++] = value;
-    }
-};
-
-template <typename T>
-void addReallocs(std::string const& name, std::vector<T> const& values) {
+template <typename Array, typename T>
+void addExact(std::string const& name, char const* who, std::vector<T> const& values) {
     auto const append = [values] {
-        Exact<T> exact;
+        Array exact;
         for (T const value : values) {
             exact.append(value);
         }
-        return std::move(exact.all);
+        return exact;
     };
-    stopUnless(std::equal(values.begin(), values.end(), append().get()), name + " by realloc");
-    add(name, values.size(), "bare realloc",
-        [append] { benchmark::DoNotOptimize(append().get()); });
+    stopUnless(std::equal(values.begin(), values.end(), append().all.get()), name + " by " + who);
+    add(name, values.size(), who, [append] { benchmark::DoNotOptimize(append().all.get()); });
 }
 
 template <typename Row>
@@ -140,7 +120,8 @@ void addAppends(Sample<Row> const& of, std::size_t n, char const* byCopy) {
     });
     addPushes<std::vector<typename Row::Value>>(name, "limit", of.times(n));
     if constexpr (std::is_arithmetic_v<typename Row::Value>) {
-        addReallocs(name, of.times(n));
+        addExact<Exact<typename Row::Value>>(name, "bare realloc", of.times(n));
+        addExact<ExactInLibrary<typename Row::Value>>(name, "floor", of.times(n));
     }
     if (n <= 4096) { // quadratic
         addCopies(name, byCopy, of.times(n));

@@ -155,13 +155,18 @@ if(HALVTYPES_HAS_SSE2)
         PROPERTIES COMPILE_OPTIONS "-msse2;-mfpmath=sse"
     )
 endif()
-# Loops of a few instructions for each byte take longer where they lie badly.
+# Loops of a few instructions for each byte take longer where they lie badly, and so do the appends.
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
     set_property(
         SOURCE Halvora/text/Utf8.cpp
         APPEND
         PROPERTY
             COMPILE_OPTIONS "$<$<CXX_COMPILER_ID:GNU>:-falign-functions=64;-falign-loops=32;-falign-jumps=32>"
+    )
+    set_property(
+        SOURCE Halvora/array/HLVArrayTyped.cpp
+        APPEND
+        PROPERTY COMPILE_OPTIONS "$<$<CXX_COMPILER_ID:GNU>:-falign-functions=64>"
     )
 endif()
 if(WIN32)

@@ -134,7 +134,7 @@ int HLVArray::add(HLVArray const& other) {
         clear(type);
         return 0;
     }
-    Core::Lent<RawBlock>(*this).resize(oldSize + addedSize);
+    m_data = RawBlock::resized(m_data, oldSize + addedSize);
     if (addedSize != 0) {
         std::memcpy(Core::bytesOf(*this) + oldSize, other.m_data, addedSize);
     }
@@ -186,19 +186,19 @@ int HLVArray::_add(void const* value, eDataType type, unsigned int width) {
     if (!Core::hasWidth(type, width)) {
         return ERR_WRONG_TYPE;
     }
-    int const code = Core::appendRefusal(*this, 1, type);
-    if (code != 0 || value == nullptr) {
+    if (value == nullptr) {
+        int const code = Core::appendRefusal(*this, 1, type);
         return code != 0 ? code : ERR_NULL_POINTER;
     }
-    if (Core::appendInPlace(*this, value, width)) {
+    if (Core::appendInPlace(*this, type, value, width)) {
         return 0;
     }
     switch (width) {
-    case 1: return Core::appendFallback<1>(*this, value, type);
-    case 2: return Core::appendFallback<2>(*this, value, type);
-    case 4: return Core::appendFallback<4>(*this, value, type);
-    case 8: return Core::appendFallback<8>(*this, value, type);
-    default: return Core::appendFallback<16>(*this, value, type);
+    case 1: return Core::appendFallback(*this, type, Core::bitsAt<1>(value));
+    case 2: return Core::appendFallback(*this, type, Core::bitsAt<2>(value));
+    case 4: return Core::appendFallback(*this, type, Core::bitsAt<4>(value));
+    case 8: return Core::appendFallback(*this, type, Core::bitsAt<8>(value));
+    default: return Core::appendFallback(*this, type, Core::bitsAt<16>(value));
     }
 }
 

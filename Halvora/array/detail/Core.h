@@ -84,39 +84,49 @@ struct __attribute__((visibility("hidden"))) HLVArray::Core {
 
     // appends
 
-    // Appends if the storage at hand is as long as a new one would be; else false.
-    static bool appendInPlace(HLVArray& array, void const* value, std::size_t width) noexcept {
-        std::size_t const size = array.m_byteSize;
-        if (array.m_data == nullptr || array.m_mayHoldMore ||
-            !detail::RawBlock::isAlike(size, size + width)) {
+    // A value of the width as registers hold it.
+    template <std::size_t Width>
+    using Bits = std::conditional_t<
+        Width <= 2, std::conditional_t<Width == 1, unsigned char, unsigned short>,
+        std::conditional_t<Width == 4, unsigned int,
+                           std::conditional_t<Width == 8, unsigned long long, Binary16>>>;
+
+    template <std::size_t Width>
+    static Bits<Width> bitsAt(void const* value) noexcept {
+        Bits<Width> bits;
+        static_assert(sizeof bits == Width);
+        std::memcpy(&bits, value, Width);
+        return bits;
+    }
+
+    // Appends where nothing stands against it and the storage at hand is as long as a new one would
+    // be; else false. An array that has elements has storage.
+    static bool appendInPlace(HLVArray& array, eDataType type, void const* value,
+                              std::size_t width) noexcept {
+        unsigned int const size = array.m_byteSize, count = array.m_count;
+        if (__builtin_expect(array.m_type != type || count == 0 || count == maxCount ||
+                                 array.m_mayHoldMore || detail::RawBlock::isFull(size, width),
+                             false)) {
             return false;
         }
         std::memcpy(bytesOf(array) + size, value, width);
-        array.m_byteSize += static_cast<unsigned int>(width);
-        ++array.m_count;
+        array.m_byteSize = size + static_cast<unsigned int>(width);
+        array.m_count = static_cast<unsigned short>(count + 1);
         return true;
     }
 
-    // The width is a constant, so that a copy is a single move.
-    template <unsigned int Width>
-    static int append(HLVArray& array, void const* value, eDataType type) {
+    // The append that refuses or asks for memory. Not inline, so that the other needs no stack
+    // frame. The value is a copy: it may lie in the block that is about to move.
+    template <typename Value>
+    [[gnu::noinline]] static int appendFallback(HLVArray& array, eDataType type, Value value) {
         int const code = appendRefusal(array, 1, type);
-        if (code != 0 || appendInPlace(array, value, Width)) {
+        if (code != 0) {
             return code;
         }
-        return appendFallback<Width>(array, value, type);
-    }
-
-    // The append that asks for memory. Not inline, so that the other needs no stack frame.
-    template <unsigned int Width>
-    [[gnu::noinline]] static int appendFallback(HLVArray& array, void const* value,
-                                                eDataType type) {
-        unsigned char copy[Width]; // the value may lie in the block that is about to move
-        std::memcpy(copy, value, Width);
+        array.m_data = detail::RawBlock::resized(array.m_data, array.m_byteSize + sizeof value);
         std::size_t const size = array.m_byteSize;
-        Lent<detail::RawBlock>(array).resize(size + Width);
-        std::memcpy(bytesOf(array) + size, copy, Width);
-        array.adopt(array.m_data, type, array.m_count + 1u, size + Width);
+        std::memcpy(bytesOf(array) + size, &value, sizeof value);
+        array.adopt(array.m_data, type, array.m_count + 1u, size + sizeof value);
         return 0;
     }
 
@@ -163,7 +173,9 @@ struct __attribute__((visibility("hidden"))) HLVArray::Core {
     template <eDataType Type>
     static int add(HLVArray& array, ElementValue<Type> const& value) {
         if constexpr (!isTextType(Type)) {
-            return append<sizeof value>(array, &value, Type);
+            auto const bits = bitsAt<sizeof value>(&value);
+            bool const isDone = appendInPlace(array, Type, &bits, sizeof bits);
+            return isDone ? 0 : appendFallback(array, Type, bits);
         } else {
             int const code = appendRefusal(array, 1, Type);
             if (code == 0) {

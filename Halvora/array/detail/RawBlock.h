@@ -45,40 +45,44 @@ public:
     // Becomes `size` bytes long, which is not 0, and keeps the leading ones. When there is no
     // memory it asks the program's new-handler, as operator new does; what that throws finds the
     // block as it was.
-    void resize(std::size_t size) {
-        for (;;) {
-            void* const resized = std::realloc(m_bytes, rounded(size));
-            if (resized != nullptr) {
-                m_bytes = static_cast<Data*>(resized);
-                return;
-            }
-            askForMemory();
-        }
+    void resize(std::size_t size) { m_bytes = resized(m_bytes, size); }
+
+    // The same for what release() gave.
+    static Data* resized(void* bytes, std::size_t size) {
+        void* const given = std::realloc(bytes, rounded(size));
+        return static_cast<Data*>(given != nullptr ? given : resizedFallback(bytes, rounded(size)));
     }
 
-    // True when blocks of `size` and of `newSize` bytes are equally long.
-    static constexpr bool isAlike(std::size_t size, std::size_t newSize) noexcept {
-        return rounded(size) == rounded(newSize);
+    // True when a block of `size` bytes has no room behind them for another element of the width,
+    // which divides the size.
+    static constexpr bool isFull(std::size_t size, std::size_t width) noexcept {
+        return width > spare || (size + overhead) % unit == 0;
     }
 
 private:
-    [[gnu::noinline, gnu::cold]] static void askForMemory() {
-        std::new_handler const handler = std::get_new_handler();
-        if (handler == nullptr) {
-            throw std::bad_alloc();
+    [[gnu::noinline, gnu::cold]] static void* resizedFallback(void* bytes, std::size_t size) {
+        void* given = nullptr;
+        while (given == nullptr) {
+            std::new_handler const handler = std::get_new_handler();
+            if (handler == nullptr) {
+                throw std::bad_alloc();
+            }
+            handler();
+            given = std::realloc(bytes, size);
         }
-        handler();
+        return given;
     }
 
-    // What to ask the C library for. The sizes of its blocks are multiples of two pointers less one
-    // pointer, so rounding up to one costs nothing, and fewer appends have to ask.
-    static constexpr std::size_t rounded(std::size_t size) noexcept {
+    // The sizes of the C library's blocks are multiples of two pointers less one pointer.
 #if defined(HALVTYPES_EXACT_BLOCKS) // a sanitizer looks at the ends of blocks
-        return size;
+    static constexpr std::size_t overhead = 0, unit = 1, spare = 0;
 #else
-        constexpr std::size_t unit = 2 * sizeof(void*);
-        return (size + sizeof(void*) + unit - 1) / unit * unit - sizeof(void*);
+    static constexpr std::size_t overhead = sizeof(void*), unit = 2 * overhead, spare = overhead;
 #endif
+
+    // What to ask the C library for: what costs no more, so that fewer appends have to ask.
+    static constexpr std::size_t rounded(std::size_t size) noexcept {
+        return (size + overhead + unit - 1) / unit * unit - overhead;
     }
 
     //   m_bytes
