@@ -188,7 +188,7 @@ void assign(String& out, To const* text, std::size_t n) {
     if (n == out.size()) {
         std::memcpy(out.data(), text, n * sizeof *text);
     } else if (n > out.capacity()) {
-        out = String(text, n);
+        detail::renew(out, text, n);
     } else {
         out.assign(text, n);
     }
@@ -196,7 +196,8 @@ void assign(String& out, To const* text, std::size_t n) {
 
 // The slow path of convert for a text of one slice.
 template <typename String, typename From>
-[[gnu::noinline]] Utf8Result convertShort(String& out, From const* text, std::size_t n) {
+[[gnu::noinline, gnu::flatten]] Utf8Result convertShort(String& out, From const* text,
+                                                        std::size_t n) {
     using To = typename String::value_type;
     To chunk[mostOf<To> * (sliceLength + wordSize)];
     To* to = chunk + n;

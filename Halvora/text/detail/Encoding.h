@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <string>
 #include <type_traits>
 
@@ -137,15 +138,25 @@ inline constexpr std::size_t appendLength = chunkLength;
 inline constexpr bool isSpaceCheap = false;
 #endif
 
-// convertInto for 16-bit text of at most `chunkLength` elements, more than the output has room for.
-// resize() would fill this instantiation element by element; here the filling is a copy.
+// Replaces `out`, which has too little room, by n elements; by the empty string when memory runs
+// out. In place, because a string that was made just now is slow to move.
+template <typename String>
+void renew(String& out, typename String::value_type const* text, std::size_t n) {
+    out.~String();
+    try {
+        new (&out) String(text, n);
+    } catch (...) {
+        new (&out) String();
+        throw;
+    }
+}
+
+// convertInto for a short text, more than the output has room for.
 template <typename String, typename From>
-[[gnu::noinline]] void convertIntoNew(String& out, From const* in, std::size_t n) {
-    static constexpr typename String::value_type zeros[chunkLength] = {};
-    out.clear();
-    out.reserve(n);
-    out.append(zeros, n);
-    convertRun(out.data(), in, n);
+[[gnu::noinline, gnu::flatten]] void convertIntoNew(String& out, From const* in, std::size_t n) {
+    alignas(64) typename String::value_type chunk[chunkLength]; // 64: a line of the cache
+    convertRun(chunk, in, n);
+    renew(out, chunk, n);
 }
 
 // The slow path of convertInto: an output of another length.
@@ -177,7 +188,7 @@ template <typename String, typename From>
 [[gnu::flatten]] void convertInto(String& out, From const* in, std::size_t n) {
     if (n == out.size()) {
         convertRun(out.data(), in, n);
-    } else if (isSpaceCheap && sizeof out[0] == 2 && n > out.capacity() && n <= chunkLength) {
+    } else if (isSpaceCheap && n > out.capacity() && n <= chunkLength) {
         convertIntoNew(out, in, n);
     } else {
         convertIntoFallback(out, in, n);
