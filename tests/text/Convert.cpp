@@ -1,4 +1,5 @@
 #include <Halvora/text/Convert.h>
+#include <Halvora/text/Utf8.h>
 
 #include <Halvora/text/detail/Encoding.h>
 
@@ -76,6 +77,37 @@ TEST(Convert, everyElementIsConvertedByItselfAtEveryLength) {
         {toNarrow, toNarrow, toNewNarrow, seenNarrow, newSeen});
     checkEncoding<HLVString, std::wstring>({toUnits, toUnits, seenUnits});
     checkEncoding<HLVString, std::string>({toUnits, toUnits, seenUnits});
+}
+
+// Short texts and long ones, into outputs without and with memory of their own.
+template <typename Out, typename In>
+void checkWithoutMemory(void (*convert)(Out&, In const&)) {
+    for (unsigned const length : {16u, 256u, 3000u}) {
+        for (std::size_t const before : {0u, 10u}) {
+            In const in(length, 'a');
+            EXPECT_EQ(1, failEachAllocation([&] { return Out(before, 'x'); },
+                                            [&](Out& out) { convert(out, in); },
+                                            [&](Out& out) {
+                                                convert(out, In(2, 'b'));
+                                                EXPECT_TRUE(same(Out(2, 'b'), out));
+                                            }))
+                << length << " into " << before << ' ' << __PRETTY_FUNCTION__;
+        }
+    }
+}
+
+TEST(Convert, anOutputWithoutMemoryCanBeUsedAgain) {
+    checkWithoutMemory<std::wstring, std::string>(Convert::toWString);
+    checkWithoutMemory<HLVString, std::string>(Convert::toHLVString);
+    checkWithoutMemory<std::string, HLVString>([](auto& out, auto& in) {
+        Convert::toAString(out, static_cast<unsigned>(in.size()), in.data());
+    });
+    checkWithoutMemory<std::wstring, std::string>(
+        [](auto& out, auto& in) { Utf8::toWString(out, in); });
+    checkWithoutMemory<HLVString, std::string>(
+        [](auto& out, auto& in) { Utf8::toHLVString(out, in); });
+    checkWithoutMemory<std::string, HLVString>(
+        [](auto& out, auto& in) { Utf8::fromHLVString(out, in); });
 }
 
 #ifdef HALV_LONG_RUNS
