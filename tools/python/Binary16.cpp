@@ -94,12 +94,7 @@ unsigned char byteAt(Binary16 const& value, long long index) {
     return value[static_cast<unsigned char>(index)];
 }
 
-} // namespace
-
-void addBinary16(py::module_& module) {
-    py::class_<Binary16> type(module, "Binary16",
-                              "A 16-byte value, most often an identifier. It does not change.\n\n"
-                              "str() is the grouped form, repr() the hexadecimal one.");
+void addMaking(py::class_<Binary16>& type) {
     type.def(py::init<>(), "All bytes zero.")
         .def(py::init(&fromText), py::arg("text"), "Reads either text form, strictly.")
         .def(py::init(&fromBytes), py::arg("bytes"), "Takes exactly 16 bytes as they lie.")
@@ -110,15 +105,28 @@ void addBinary16(py::module_& module) {
              "The four parts of an identifier.")
         .def_static("of", &ofNumber, py::arg("type"), py::arg("number"),
                     "The carrier of a number of a type, in its leading bytes.")
-        .def("get", &getNumber, py::arg("type"), "The leading bytes as a number of a type.")
-        .def_static("fromUuidBytes", &fromUuidBytes, py::arg("bytes"),
+        .def("get", &getNumber, py::arg("type"), "The leading bytes as a number of a type.");
+}
+
+void addUuid(py::class_<Binary16>& type) {
+    type.def_static("fromUuidBytes", &fromUuidBytes, py::arg("bytes"),
                     "Of the 16 bytes of a UUID, the most significant first.")
         .def("toUuidBytes", &toUuidBytes, "The 16 bytes as UUID.bytes; bytes() is UUID.bytes_le.")
         .def_static(
             "fromUuid", [](py::object const& uuid) { return fromUuidBytes(uuid.attr("bytes")); },
             py::arg("uuid"), "Of a uuid.UUID, with the same text.")
-        .def("toUuid", &toUuid, "The uuid.UUID with the same text.")
-        .def("toHexadecimal", &hexadecimal, "0x and 32 digits, byte 15 first.")
+        .def("toUuid", &toUuid, "The uuid.UUID with the same text.");
+}
+
+} // namespace
+
+void addBinary16(py::module_& module) {
+    py::class_<Binary16> type(module, "Binary16",
+                              "A 16-byte value, most often an identifier. It does not change.\n\n"
+                              "str() is the grouped form, repr() the hexadecimal one.");
+    addMaking(type);
+    addUuid(type);
+    type.def("toHexadecimal", &hexadecimal, "0x and 32 digits, byte 15 first.")
         .def("toGrouped", &grouped, "32 digits in five groups, as of a UUID.")
         .def("__bytes__", &toBytes)
         .def("__str__", &grouped)

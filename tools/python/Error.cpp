@@ -244,12 +244,7 @@ void addList(py::object const& scope) {
         .def("__getitem__", &entriesAt, py::arg("slice"), "Copies of entries, as Python's list.");
 }
 
-} // namespace
-
-void addErrors(py::module_& module) {
-    py::class_<Error> type(module, "HLVError",
-                           "A code, up to three values, and the error that this one wraps. It does "
-                           "not change.\n\nBelow 0 is an error, above 0 a warning.");
+void addValues(py::class_<Error>& type) {
     type.def(py::init(&create), py::arg("code"), py::arg("preceding") = py::none(),
              "Up to three values of bool, int, float, str, Binary16 or ResString; `preceding` is "
              "copied.")
@@ -258,8 +253,11 @@ void addErrors(py::module_& module) {
                     "text, preceded by its cause.")
         .def(
             "getCode", [](Error const& self) { return self.error->getCode(); }, "The code.")
-        .def("params", &params, "The three parameters; an absent one is None.")
-        .def(
+        .def("params", &params, "The three parameters; an absent one is None.");
+}
+
+void addChain(py::class_<Error>& type) {
+    type.def(
             "getPrecedingError",
             [](Error const& self) { return part(self, self.error->getPrecedingError()); },
             "The error that this one wraps, or None.")
@@ -276,8 +274,11 @@ void addErrors(py::module_& module) {
             "Whether the code is below 0.")
         .def(
             "isWarning", [](Error const& self) { return HLVError::isWarning(self.error.get()); },
-            "Whether the code is above 0.")
-        .def(
+            "Whether the code is above 0.");
+}
+
+void addOutput(py::class_<Error>& type) {
+    type.def(
             "message", [](Error const& self) { return self.error->messageA(); },
             "Error and the code.")
         .def("describe", &described, py::arg("translator"), "The chain in a translator's words.")
@@ -289,7 +290,9 @@ void addErrors(py::module_& module) {
         .def("__str__", &text)
         .def("__repr__",
              [](Error const& self) { return "<HLVError " + self.error->messageA() + ">"; });
-    addList(type);
+}
+
+void addException(py::module_& module) {
     exceptionType = PyErr_NewExceptionWithDoc(
         "halvtypes.HLVErrorException",
         "An exception of C++ with its chain in `error`, and its `trace`.", nullptr, nullptr);
@@ -298,6 +301,19 @@ void addErrors(py::module_& module) {
     }
     module.add_object("HLVErrorException", exceptionType);
     py::register_local_exception_translator(&translate);
+}
+
+} // namespace
+
+void addErrors(py::module_& module) {
+    py::class_<Error> type(module, "HLVError",
+                           "A code, up to three values, and the error that this one wraps. It does "
+                           "not change.\n\nBelow 0 is an error, above 0 a warning.");
+    addValues(type);
+    addChain(type);
+    addOutput(type);
+    addList(type);
+    addException(module);
 }
 
 } // namespace HalvPython

@@ -111,11 +111,7 @@ std::string shown(char const* type, Binary16 const& id, Units const& units) {
            std::string(py::repr(py::cast(units))) + ")";
 }
 
-void addPackedText(py::module_& module) {
-    py::class_<ResString> type(
-        module, "ResString",
-        "An identified text of at most 128 UTF-16 units, longer ones are cut. It does not change.\n"
-        "\nA text without identifier equals the same text under every one: there is no hash.");
+void addForms(py::class_<ResString>& type) {
     type.def(py::init([](Units const& units) { return ResString(units.text); }),
              py::arg("text") = "", "A text without identifier.")
         .def(py::init(
@@ -132,8 +128,16 @@ void addPackedText(py::module_& module) {
         .def("__bytes__", &formOf<ResString>)
         .def("slot", &slot, py::arg("capacity"), "A slot of (capacity + 9) * 2 bytes.")
         .def("writeSlot", &writeSlot, py::arg("buffer"), py::arg("offset"), py::arg("capacity"),
-             "Writes such a slot into a buffer.")
-        .def(
+             "Writes such a slot into a buffer.");
+}
+
+void addPackedText(py::module_& module) {
+    py::class_<ResString> type(
+        module, "ResString",
+        "An identified text of at most 128 UTF-16 units, longer ones are cut. It does not change.\n"
+        "\nA text without identifier equals the same text under every one: there is no hash.");
+    addForms(type);
+    type.def(
             "id", [](ResString const& value) { return value.id(); }, "The identifier.")
         .def("length", &ResString::length, "The length of the text in units.")
         .def(
@@ -162,7 +166,7 @@ Wide translated(Text2 const& text, Translator const& translator) {
     return {joined};
 }
 
-void addTranslated(py::module_& module) {
+void addTranslator(py::module_& module) {
     py::class_<Translator>(module, "Translator",
                            "Base of translators written in Python: override what is known, return "
                            "None for the default.")
@@ -182,7 +186,9 @@ void addTranslated(py::module_& module) {
             py::arg("code"), py::arg("param"), "The name of a parameter from 1 on, or None.")
         .def(
             "getLanguage", [](Translator const&) { return ""; }, "The name of the language.");
+}
 
+void addTranslated(py::module_& module) {
     py::class_<Text2>(module, "ResString2",
                       "An identified text of any length, written by a translator.")
         .def(py::init([](Units const& units) {
@@ -217,6 +223,7 @@ void addTranslated(py::module_& module) {
 
 void addResString(py::module_& module) {
     addPackedText(module);
+    addTranslator(module);
     addTranslated(module);
 }
 

@@ -24,13 +24,8 @@ std::pair<unsigned, unsigned> productVersion(KrVersion const& version) {
     return product;
 }
 
-} // namespace
-
-void addVersion(py::module_& module) {
+void addMaking(py::class_<KrVersion>& type) {
     using Text = std::string const&;
-    py::class_<KrVersion> type(module, "KrVersion",
-                               "The version and build of a component; equal when the four parts of "
-                               "the version number are.");
     type.def(py::init<>(), "All parts 0, all texts empty.")
         .def(py::init<unsigned, unsigned>(), py::arg("major"), py::arg("minor"),
              "The first two parts.")
@@ -45,6 +40,9 @@ void addVersion(py::module_& module) {
              py::arg("productName"), py::arg("companyName"), py::arg("fileDescription"),
              py::arg("internalName"), py::arg("legalCopyright"), py::arg("originalFilename"),
              "Everything.");
+}
+
+void addParts(py::class_<KrVersion>& type) {
     auto const get = [&type](char const* name, auto getter, char const* doc) {
         type.def(name, getter, py::return_value_policy::copy, doc);
     };
@@ -66,6 +64,16 @@ void addVersion(py::module_& module) {
     get("getInternalName", &KrVersion::getInternalName, "Name of the component.");
     get("getLegalCopyright", &KrVersion::getLegalCopyright, "Copyright line.");
     get("getOriginalFilename", &KrVersion::getOriginalFilename, "Name of the file as delivered.");
+}
+
+} // namespace
+
+void addVersion(py::module_& module) {
+    py::class_<KrVersion> type(module, "KrVersion",
+                               "The version and build of a component; equal when the four parts of "
+                               "the version number are.");
+    addMaking(type);
+    addParts(type);
     type.def("__str__", &shown).def("__repr__", [](KrVersion const& version) {
         return "<KrVersion " + shown(version) + ">";
     });
