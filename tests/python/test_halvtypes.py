@@ -63,7 +63,8 @@ def test_array_of_each_type(data_type):
     assert array == copy.copy(array) and array[-1] == values[-1] and values[0] in array
     getattr(array, "set" + name)(0, values[1])
     getattr(array, "setRange" + name)(1, [values[0]])
-    assert array[:] == array and array[::-1].tolist() == values
+    for part in (slice(None), slice(1, 9), slice(None, None, -1), slice(-1, None, -2), slice(2, 2)):
+        assert array[part] == h.HLVArray(data_type, values[::-1][part]), part
     array.extend(array)
     assert len(array) == 4 and array[2:].tolist() == array[:2].tolist()
     pytest.raises(TypeError, array.append, object())
@@ -75,7 +76,9 @@ def test_numbers_are_a_buffer(data_type):
     array = h.HLVArray(data_type, values)
     view = memoryview(array)
     assert view.format == code and view.tolist() == values and view.readonly
-    assert h.HLVArray(data_type, view) == array
+    odd = memoryview(b"odd" + view.tobytes())[3:].cast(code)
+    assert h.HLVArray(data_type, view) == h.HLVArray(data_type, odd) == array
+    assert h.HLVArray(data_type, odd[:0]) == h.HLVArray(data_type, [])
 
 
 def test_no_change_beneath_a_view():
@@ -111,6 +114,8 @@ def test_array_that_its_own_values_change():
 
     pytest.raises(IndexError, array.__setitem__, 1, Index())
     assert array == h.HLVArray(h.DT_STRING)
+    array = h.HLVArray(h.DT_INT32, [1, 2])
+    assert array[Index():] == array[:Index()] == h.HLVArray(h.DT_STRING)
 
 
 def test_result_codes():

@@ -2,7 +2,8 @@
 
 #include <Halvora/types/ElementTypes.h>
 
-#include <cstring>
+#include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -54,45 +55,20 @@ HLVArray runOf(Row row, py::handle values) {
     return runOf(row, given.size(), static_cast<ValueOf<Row> const*>(run.get()));
 }
 
-// Whether a buffer's elements are the array's own. `l` is `q` where `long` has 64 bits.
-bool isFormat(std::string format, std::string const& own) {
-    if (!format.empty() && std::strchr("@=<", format[0]) != nullptr) {
-        format.erase(0, 1);
-    }
-    if (sizeof(long) == sizeof(long long) && (format == "l" || format == "L")) {
-        format = format == "l" ? "q" : "Q";
-    }
-    return format == own;
-}
-
-template <typename Row>
-std::string formatOf(Row) {
-    if constexpr (std::is_arithmetic_v<ValueOf<Row>>) {
-        return py::format_descriptor<ValueOf<Row>>::format();
-    } else {
-        return "B";
-    }
-}
-
 template <typename Row>
 HLVArray runOfBuffer(Row row, py::handle source) {
-    py::buffer_info const info = py::reinterpret_borrow<py::buffer>(source).request();
-    auto const itemSize = static_cast<std::size_t>(info.itemsize);
-    check(isFormat(info.format, formatOf(row)) ? 0 : ERR_WRONG_TYPE);
-    if (PyBuffer_IsContiguous(info.view(), 'C') == 0) {
-        throw py::buffer_error("the elements do not lie back to back");
+    using Value = ValueOf<Row>;
+    py::buffer_info info = py::reinterpret_borrow<py::buffer>(source).request();
+    std::size_t const size = sizeOf(row.type, info);
+    auto const* values = static_cast<Value const*>(info.ptr);
+    std::unique_ptr<Value[]> aligned;
+    if (size == 0 || reinterpret_cast<std::uintptr_t>(info.ptr) % alignof(Value) != 0) {
+        aligned = std::make_unique<Value[]>(size / sizeof(Value));
+        std::copy_n(static_cast<char const*>(info.ptr), size,
+                    reinterpret_cast<char*>(aligned.get()));
+        values = aligned.get();
     }
-    std::size_t const size = static_cast<std::size_t>(info.size) * itemSize;
-    if (size % sizeof(ValueOf<Row>) != 0) {
-        throw py::value_error("no whole number of elements");
-    }
-    check(size / sizeof(ValueOf<Row>) > 0xFFFF ? ERR_OUT_OF_RANGE : 0);
-    auto const count = static_cast<unsigned short>(size / sizeof(ValueOf<Row>));
-    auto const run = std::make_unique<ValueOf<Row>[]>(count);
-    if (count != 0) {
-        std::memcpy(static_cast<void*>(run.get()), info.ptr, count * sizeof(ValueOf<Row>));
-    }
-    return runOf(row, count, static_cast<ValueOf<Row> const*>(run.get()));
+    return runOf(row, size / sizeof(Value), values);
 }
 
 HLVArray runOf(eDataType type, py::handle values) {
@@ -114,11 +90,10 @@ HLVArray oneOf(eDataType type, py::handle value) {
     return runOf(type, py::make_tuple(value));
 }
 
-template <typename Row>
-py::object elementAt(Row, HLVArray const& array, std::size_t index) {
-    ValueOf<Row> const& value = Named<Row::type>::get(array)[index];
-    if constexpr (Row::type == DT_STRING) {
-        return py::cast(Wide{value});
+template <typename Value>
+py::object toObject(Value const& value) {
+    if constexpr (std::is_same_v<Value, std::wstring>) {
+        return toStr(value);
     } else {
         return py::cast(value);
     }
@@ -127,8 +102,9 @@ py::object elementAt(Row, HLVArray const& array, std::size_t index) {
 py::list toList(Array const& array) {
     py::list list(array.value.getCount());
     ElementTypes::visit(array.value.getDataType(), [&](auto row) {
+        auto const* const values = Named<row.type>::get(array.value);
         for (std::size_t i = 0; i < list.size(); ++i) {
-            list[i] = elementAt(row, array.value, i);
+            PyList_SET_ITEM(list.ptr(), i, toObject(values[i]).release().ptr());
         }
     });
     return list;
@@ -144,16 +120,39 @@ std::size_t placeOf(Array const& array, long long index) {
 py::object getItem(Array const& array, long long index) {
     std::size_t const place = placeOf(array, index);
     py::object item;
-    ElementTypes::visit(array.value.getDataType(),
-                        [&](auto row) { item = elementAt(row, array.value, place); });
+    ElementTypes::visit(array.value.getDataType(), [&](auto row) {
+        item = toObject(Named<row.type>::get(array.value)[place]);
+    });
     return item;
 }
 
+// Of `count` elements, which lie `step` apart.
+template <typename Row>
+HLVArray pick(Row row, ValueOf<Row> const* first, std::size_t count, py::ssize_t step) {
+    if (step == 1) {
+        return runOf(row, count, first);
+    }
+    auto const picked = std::make_unique<ValueOf<Row>[]>(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        picked[i] = first[static_cast<py::ssize_t>(i) * step];
+    }
+    return runOf(row, count, static_cast<ValueOf<Row> const*>(picked.get()));
+}
+
 Array getSlice(Array const& array, py::slice const& slice) {
-    py::list const list = toList(array);
-    auto const part = py::reinterpret_steal<py::object>(PyObject_GetItem(list.ptr(), slice.ptr()));
-    eDataType const type = array.value.getDataType();
-    return Array(py::len(part) == 0 ? HLVArray(type) : runOf(type, part));
+    py::ssize_t start = 0, stop = 0, step = 0;
+    if (PySlice_Unpack(slice.ptr(), &start, &stop, &step) != 0) { // may run Python's code
+        throw py::error_already_set();
+    }
+    auto const count = static_cast<std::size_t>(
+        PySlice_AdjustIndices(array.value.getCount(), &start, &stop, step));
+    HLVArray part(array.value.getDataType());
+    if (count != 0) {
+        ElementTypes::visit(part.getDataType(), [&](auto row) {
+            part = pick(row, Named<row.type>::get(array.value) + start, count, step);
+        });
+    }
+    return Array(std::move(part));
 }
 
 // Python's code may have changed the array while it gave the values.
@@ -193,9 +192,7 @@ void extend(Array& array, py::handle values) {
 
 // addInt32() and its like: the type is the name's, so an empty array adopts it.
 template <typename Row>
-void addNames(Row, py::class_<Array>& type) {
-    std::string const name = Named<Row::type>::name;
-    std::string const label = std::string("DT_") + HalvTypes::dataTypeToString(Row::type);
+void addChanges(std::string const& name, std::string const& label, py::class_<Array>& type) {
     type.def(("add" + name).c_str(),
              [](Array& array, py::object const& value) {
                  HLVArray const one = oneOf(Row::type, value);
@@ -224,6 +221,13 @@ void addNames(Row, py::class_<Array>& type) {
               " values from `start` on; WrongTypeError in an array of another "
               "type, OutOfRangeError when they reach behind its end.")
                  .c_str());
+}
+
+template <typename Row>
+void addNames(Row, py::class_<Array>& type) {
+    std::string const name = Named<Row::type>::name;
+    std::string const label = std::string("DT_") + HalvTypes::dataTypeToString(Row::type);
+    addChanges<Row>(name, label, type);
     type.def(
         ("get" + name).c_str(),
         [](Array const& array) {
@@ -245,71 +249,8 @@ std::string shown(Array const& array) {
     return "HLVArray(DT_" + type + ", " + text + ")";
 }
 
-// The part of it that may throw.
-Array& fill(PyObject* self, Py_buffer& view, int flags) {
-    Array& array = py::cast<Array&>(py::handle(self));
-    if ((flags & PyBUF_WRITABLE) != 0) {
-        throw py::buffer_error("elements are read, not written");
-    }
-    if (elementWidth(array.value.getDataType()) == 0) {
-        throw py::buffer_error("only numbers and 16-byte values lie in a buffer");
-    }
-    auto layout = std::make_unique<Layout>(array.value);
-    static char nothing = 0;
-    void const* const data = array.value.getData();
-    view.buf = data != nullptr ? const_cast<void*>(data) : &nothing;
-    view.len = array.value.getByteSize();
-    view.readonly = 1;
-    view.itemsize = layout->strides[layout->dimensions - 1];
-    view.format = (flags & PyBUF_FORMAT) != 0 ? &layout->format[0] : nullptr;
-    view.ndim = layout->dimensions;
-    view.shape = (flags & PyBUF_ND) != 0 ? layout->shape : nullptr;
-    view.strides = (flags & PyBUF_STRIDES) == PyBUF_STRIDES ? layout->strides : nullptr;
-    view.suboffsets = nullptr;
-    view.internal = layout.release();
-    return array;
-}
-
-int getBuffer(PyObject* self, Py_buffer* view, int flags) {
-    view->obj = nullptr;
-    try {
-        ++fill(self, *view, flags).exports;
-    } catch (std::exception const& e) {
-        PyErr_SetString(PyExc_BufferError, e.what());
-        return -1;
-    }
-    view->obj = py::handle(self).inc_ref().ptr();
-    return 0;
-}
-
-void releaseBuffer(PyObject* self, Py_buffer* view) {
-    delete static_cast<Layout*>(view->internal);
-    --py::cast<Array&>(py::handle(self)).exports;
-}
-
-} // namespace
-
-Layout::Layout(HLVArray const& array) {
-    ElementTypes::visit(array.getDataType(), [&](auto row) { format = formatOf(row); });
-    auto const width = static_cast<Py_ssize_t>(elementWidth(array.getDataType()));
-    dimensions = width == sizeof(Binary16) ? 2 : 1;
-    shape[0] = array.getCount();
-    shape[1] = width;
-    strides[0] = width;
-    strides[1] = 1;
-}
-
-void addArray(py::module_& module) {
-    auto const withBuffer = [](PyHeapTypeObject* type) {
-        type->as_buffer.bf_getbuffer = &getBuffer;
-        type->as_buffer.bf_releasebuffer = &releaseBuffer;
-        type->ht_type.tp_as_buffer = &type->as_buffer;
-    };
-    py::class_<Array> type(
-        module, "HLVArray", py::custom_type_setup(withBuffer),
-        "At most 65,535 values of one data type.\n\n"
-        "memoryview() reads numbers without a copy, and 16-byte values as rows of 16 bytes. While "
-        "such a view is in use, whatever would change the array raises BufferError.");
+// Python's habits: made of values, and read as a sequence.
+void addSequence(py::class_<Array>& type) {
     type.def(py::init([](eDataType dataType) { return Array(HLVArray(dataType)); }),
              py::arg("type"), "Empty, of a type.")
         .def(py::init([](eDataType dataType, py::object const& values) {
@@ -331,8 +272,12 @@ void addArray(py::module_& module) {
         .def("__repr__", &shown)
         .def("__copy__", [](Array const& array) { return Array(array.value); })
         .def("__deepcopy__",
-             [](Array const& array, py::object const&) { return Array(array.value); })
-        .def(
+             [](Array const& array, py::object const&) { return Array(array.value); });
+}
+
+// What changes or gives many values at once.
+void addValues(py::class_<Array>& type) {
+    type.def(
             "append",
             [](Array& array, py::object const& value) {
                 HLVArray const one = oneOf(array.value.getDataType(), value);
@@ -341,8 +286,12 @@ void addArray(py::module_& module) {
             py::arg("value"), "Adds a value of the array's type at the end.")
         .def("extend", &extend, py::arg("values"),
              "Adds the values of an iterable, a buffer of the type or an array at the end.")
-        .def("tolist", &toList, "The values as a list.")
-        .def(
+        .def("tolist", &toList, "The values as a list.");
+}
+
+// The names of C++ that are the same for each type of element.
+void addOperations(py::class_<Array>& type) {
+    type.def(
             "getDataType", [](Array const& array) { return array.value.getDataType(); },
             "The element type.")
         .def(
@@ -367,14 +316,23 @@ void addArray(py::module_& module) {
             [](Array& array, unsigned short start, unsigned short count) {
                 check(changed(array).removeRange(start, count));
             },
-            py::arg("start"), py::arg("count"), "Removes `count` elements from `start` on.")
-        .def(py::pickle(
-            [](Array const& array) {
-                return py::make_tuple(array.value.getDataType(), toList(array));
-            },
-            [](py::tuple const& state) {
-                return Array(runOf(state[0].cast<eDataType>(), state[1]));
-            }));
+            py::arg("start"), py::arg("count"), "Removes `count` elements from `start` on.");
+}
+
+} // namespace
+
+void addArray(py::module_& module) {
+    py::class_<Array> type(
+        module, "HLVArray", py::custom_type_setup(&giveBuffer),
+        "At most 65,535 values of one data type.\n\n"
+        "memoryview() reads numbers without a copy, and 16-byte values as rows of 16 bytes. While "
+        "such a view is in use, whatever would change the array raises BufferError.");
+    addSequence(type);
+    addValues(type);
+    addOperations(type);
+    type.def(py::pickle(
+        [](Array const& array) { return py::make_tuple(array.value.getDataType(), toList(array)); },
+        [](py::tuple const& state) { return Array(runOf(state[0].cast<eDataType>(), state[1])); }));
     ElementTypes::forEach([&](auto row) { addNames(row, type); });
 }
 

@@ -4,7 +4,7 @@
 
 #include <Halvora/array/HLVArray.h>
 
-#include <string>
+#include <cstddef>
 #include <utility>
 
 namespace HalvPython {
@@ -20,15 +20,11 @@ struct Array {
 template <>
 inline constexpr bool isOwn<Array> = true;
 
-/// What a view of the buffer protocol says of the elements, which lives as long as the view.
-struct Layout {
-    explicit Layout(Halvora::HLVArray const& array);
+/// Lets Python read an array's numbers and 16-byte values where they are.
+void giveBuffer(PyHeapTypeObject* type);
 
-    std::string format;
-    int dimensions;
-    Py_ssize_t shape[2];
-    Py_ssize_t strides[2];
-};
+/// The bytes of a buffer whose elements are of `type` and lie back to back; throws for every other.
+std::size_t sizeOf(Halvora::eDataType type, py::buffer_info& info);
 
 /// What C++ calls an operation on values of a type.
 template <Halvora::eDataType Type>

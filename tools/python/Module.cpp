@@ -2,8 +2,8 @@
 
 #include <Halvora/types/ResultCodes.h>
 
+#include <algorithm>
 #include <cstring>
-#include <memory>
 
 namespace pybind11::detail {
 
@@ -14,22 +14,16 @@ bool type_caster<Wide>::load(handle source, bool) {
     if (!PyUnicode_Check(source.ptr())) {
         return false;
     }
-    Py_ssize_t length = 0;
-    std::unique_ptr<wchar_t, void (*)(void*)> const text(
-        PyUnicode_AsWideCharString(source.ptr(), &length), PyMem_Free);
-    if (text == nullptr) {
+    Py_ssize_t const length = PyUnicode_GET_LENGTH(source.ptr());
+    value.text.resize(static_cast<std::size_t>(length));
+    if (PyUnicode_AsWideChar(source.ptr(), &value.text[0], length) != length) {
         throw error_already_set();
     }
-    value.text.assign(text.get(), static_cast<std::size_t>(length));
     return true;
 }
 
 handle type_caster<Wide>::cast(Wide const& wide, return_value_policy, handle) {
-    std::wstring text = wide.text;
-    for (wchar_t& character : text) {
-        character = static_cast<char32_t>(character) > 0x10FFFF ? L'\xFFFD' : character;
-    }
-    return PyUnicode_FromWideChar(text.data(), static_cast<Py_ssize_t>(text.size()));
+    return HalvPython::toStr(wide.text).release();
 }
 
 bool type_caster<Units>::load(handle source, bool) {
@@ -59,6 +53,21 @@ handle type_caster<Units>::cast(Units const& units, return_value_policy, handle)
 namespace HalvPython {
 
 static_assert(sizeof(wchar_t) == 4, "a character an element");
+
+py::str toStr(std::wstring const& text) {
+    auto const isNone = [](wchar_t unit) { return static_cast<char32_t>(unit) > 0x10FFFF; };
+    if (std::any_of(text.begin(), text.end(), isNone)) {
+        std::wstring replaced = text;
+        std::replace_if(replaced.begin(), replaced.end(), isNone, L'\xFFFD');
+        return toStr(replaced);
+    }
+    auto str = py::reinterpret_steal<py::str>(
+        PyUnicode_FromWideChar(text.data(), static_cast<Py_ssize_t>(text.size())));
+    if (!str) {
+        throw py::error_already_set();
+    }
+    return str;
+}
 
 Bytes::Bytes(py::handle source, bool isWritten) {
     if (PyObject_GetBuffer(source.ptr(), &m_view, isWritten ? PyBUF_WRITABLE : PyBUF_SIMPLE) != 0) {

@@ -22,6 +22,9 @@ namespace HalvPython {
 
 namespace py = pybind11;
 
+/// A `str` of wide text, a character an element; what is above U+10FFFF becomes U+FFFD.
+py::str toStr(std::wstring const& text);
+
 /// Wide text on its way from or to a Python `str`, a character an element.
 struct Wide {
     std::wstring text; ///< Lone surrogates are kept; what is above U+10FFFF goes out as U+FFFD.
