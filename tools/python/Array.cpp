@@ -58,13 +58,13 @@ HLVArray runOf(Row row, py::handle values) {
 template <typename Row>
 HLVArray runOfBuffer(Row row, py::handle source) {
     using Value = ValueOf<Row>;
-    py::buffer_info info = py::reinterpret_borrow<py::buffer>(source).request();
-    std::size_t const size = sizeOf(row.type, info);
-    auto const* values = static_cast<Value const*>(info.ptr);
+    Buffer const buffer(source);
+    std::size_t const size = buffer.sizeAs(row.type);
+    auto const* values = static_cast<Value const*>(buffer.view.buf);
     std::unique_ptr<Value[]> aligned;
-    if (size == 0 || reinterpret_cast<std::uintptr_t>(info.ptr) % alignof(Value) != 0) {
+    if (size == 0 || reinterpret_cast<std::uintptr_t>(values) % alignof(Value) != 0) {
         aligned = std::make_unique<Value[]>(size / sizeof(Value));
-        std::copy_n(static_cast<char const*>(info.ptr), size,
+        std::copy_n(static_cast<char const*>(buffer.view.buf), size,
                     reinterpret_cast<char*>(aligned.get()));
         values = aligned.get();
     }

@@ -23,8 +23,19 @@ inline constexpr bool isOwn<Array> = true;
 /// Lets Python read an array's numbers and 16-byte values where they are.
 void giveBuffer(PyHeapTypeObject* type);
 
-/// The bytes of a buffer whose elements are of `type` and lie back to back; throws for every other.
-std::size_t sizeOf(Halvora::eDataType type, py::buffer_info& info);
+/// The elements that another object lends, for as long as this lives.
+struct Buffer {
+    /// Throws Python's own exception when `source` lends none.
+    explicit Buffer(py::handle source);
+    Buffer(Buffer const&) = delete;
+    Buffer& operator=(Buffer const&) = delete;
+    ~Buffer() { PyBuffer_Release(&view); }
+
+    /// Their size in bytes; throws when they are not of `type`, or do not lie back to back.
+    std::size_t sizeAs(Halvora::eDataType type) const;
+
+    Py_buffer view;
+};
 
 /// What C++ calls an operation on values of a type.
 template <Halvora::eDataType Type>

@@ -95,12 +95,19 @@ void releaseBuffer(PyObject* self, Py_buffer* view) {
 
 } // namespace
 
-std::size_t sizeOf(eDataType type, py::buffer_info& info) {
-    check(isFormat(info.format, formatOf(type)) ? 0 : ERR_WRONG_TYPE);
-    if (PyBuffer_IsContiguous(info.view(), 'C') == 0) {
+Buffer::Buffer(py::handle source) {
+    if (PyObject_GetBuffer(source.ptr(), &view, PyBUF_STRIDES | PyBUF_FORMAT) != 0) {
+        throw py::error_already_set();
+    }
+}
+
+std::size_t Buffer::sizeAs(eDataType type) const {
+    check(isFormat(view.format != nullptr ? view.format : "B", formatOf(type)) ? 0
+                                                                               : ERR_WRONG_TYPE);
+    if (PyBuffer_IsContiguous(&view, 'C') == 0) {
         throw py::buffer_error("the elements do not lie back to back");
     }
-    std::size_t const size = static_cast<std::size_t>(info.size * info.itemsize);
+    auto const size = static_cast<std::size_t>(view.len);
     if (size % elementWidth(type) != 0) {
         throw py::value_error("no whole number of elements");
     }

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 namespace Halvora {
 class KrVersion;
@@ -130,7 +131,11 @@ T as(py::handle source) {
         throw py::type_error("no value of the type, or not in its range: " +
                              std::string(py::repr(source)));
     }
-    return py::detail::cast_op<T>(caster);
+    if constexpr (std::is_same_v<T, Wide>) {
+        return py::detail::cast_op<T&&>(std::move(caster)); // it lies in the caster, not in Python
+    } else {
+        return py::detail::cast_op<T>(caster);
+    }
 }
 
 // What each source adds to the module.
