@@ -123,7 +123,8 @@ TEST(HLVArray, longIsTheIntegerOf64Bits) {
     unsigned long const ulongs[] = {~0ul, 5, 6}, *uread = ulongs;
     A numbers(2, longs), counts(3, ulongs), ticks(A::createTick(3, ulongs));
     EXPECT_EQ(0, numbers.setRangeInt64(0, 1, longs + 1) + counts.setRangeUInt64(1, 2, ulongs));
-    EXPECT_TRUE(numbers == A({5ll, 5ll}) && counts == A({~0ull, ~0ull, 5ull}) && A(5l) == A(5ll));
+    EXPECT_TRUE(numbers == A({5ll, 5ll}) && counts == A({~0ull, ~0ull, 5ull}));
+    EXPECT_TRUE(A(5l) == A(5ll) && A(5ul) == A(5ull));
     Count count = 7;
     EXPECT_EQ(ERR_WRONG_TYPE, counts.getInt64(count, read));
     EXPECT_EQ(2 * ERR_WRONG_TYPE, ticks.getUInt64(count, uread) + counts.getTick(count, uread));
