@@ -50,6 +50,7 @@ set(HALVTYPES_HEADERS
     Halvora/text/ResString2.h
     Halvora/text/VarChar.h
     Halvora/text/Utf8.h
+    Halvora/text/CsvParts.h
     Halvora/text/CsvReader.h
     Halvora/text/CsvReaderInline.h
     Halvora/array/HLVArray.h

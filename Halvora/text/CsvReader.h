@@ -12,6 +12,10 @@
 
 namespace Halvora {
 
+namespace detail {
+class CsvFields;
+}
+
 /// Reads comma-separated values, record by record, as RFC 4180 writes them and programs read them.
 ///
 /// Fields are separated by one byte, a comma by default. A record ends at a line's end (LF, CR LF
@@ -128,8 +132,6 @@ public:
     }
 
 private:
-    class Fields;
-
     static constexpr std::size_t none = static_cast<std::size_t>(-1);
 
     // the bytes at hand
@@ -152,8 +154,8 @@ private:
     void skipByteOrderMark();
     void passLineEnd() noexcept;
     bool readRecord(std::vector<std::string>& fields);
-    std::size_t takePlain(Fields& out, std::size_t begin);
-    std::size_t takeQuoted(Fields& out, std::size_t begin);
+    std::size_t takePlain(detail::CsvFields& out, std::size_t begin);
+    std::size_t takeQuoted(detail::CsvFields& out, std::size_t begin);
     std::size_t findClosing(std::size_t at, bool& hasPairs, bool& hasLines);
     void accept(std::size_t end) noexcept;
 

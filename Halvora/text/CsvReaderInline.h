@@ -3,14 +3,11 @@
 
 // The code of CsvReader, whose header includes this one.
 
+#include <Halvora/text/CsvParts.h>
 #include <Halvora/text/CsvReader.h>
 
 #include <algorithm>
 #include <cstring>
-
-#if defined(__SSE2__)
-#    include <emmintrin.h>
-#endif
 
 namespace Halvora {
 
@@ -36,28 +33,7 @@ inline bool CsvReader::next(std::vector<std::string>& fields) {
 
 // The first separator, line end or quote from `at` on, or m_end.
 inline std::size_t CsvReader::findSpecial(std::size_t at) const noexcept {
-    char const* const data = m_data;
-#if defined(__SSE2__)
-    auto const load = [](char const* from) {
-        return _mm_loadu_si128(reinterpret_cast<__m128i const*>(from));
-    };
-    for (; m_end - at >= 16; at += 16) {
-        __m128i const bytes = load(data + at);
-        __m128i const isLineEnd = _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n')),
-                                               _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\r')));
-        __m128i const isOther = _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('"')),
-                                             _mm_cmpeq_epi8(bytes, _mm_set1_epi8(m_separator)));
-        int const mask = _mm_movemask_epi8(_mm_or_si128(isLineEnd, isOther));
-        if (mask != 0) {
-            return at + static_cast<std::size_t>(__builtin_ctz(static_cast<unsigned>(mask)));
-        }
-    }
-#endif
-    while (at < m_end && data[at] != m_separator && data[at] != '"' && data[at] != '\n' &&
-           data[at] != '\r') {
-        ++at;
-    }
-    return at;
+    return detail::findCsvSpecial(m_data, at, m_end, m_separator);
 }
 
 // The record begins at `record`. It may have the bytes at hand, at most one beyond the limit.
@@ -167,39 +143,9 @@ inline void CsvReader::passLineEnd() noexcept {
     moveTo(next);
 }
 
-// Fields one after another into the elements that the vector already has.
-class CsvReader::Fields {
-public:
-    explicit Fields(std::vector<std::string>& all)
-        : m_all(all), m_next(all.data()), m_end(m_next + all.size()) {}
-
-    std::string& next() {
-        if (m_next == m_end) {
-            m_all.emplace_back();
-            m_end = m_all.data() + m_all.size();
-            m_next = m_end - 1;
-        }
-        return *m_next++;
-    }
-    void put(char const* text, std::size_t n) {
-        std::string& field = next();
-        if (n == field.size()) { // as in a column of one width
-            std::memcpy(field.data(), text, n);
-        } else {
-            field.assign(text, n);
-        }
-    }
-    void finish() { m_all.resize(static_cast<std::size_t>(m_next - m_all.data())); }
-
-private:
-    std::vector<std::string>& m_all;
-    std::string* m_next;
-    std::string* m_end;
-};
-
 inline bool CsvReader::readRecord(std::vector<std::string>& fields) {
     m_hasInnerLines = false;
-    Fields out(fields);
+    detail::CsvFields out(fields);
     std::size_t at = m_record;
     for (;; ++at) {
         at = has(at) && m_data[at] == '"' ? takeQuoted(out, at) : takePlain(out, at);
@@ -216,7 +162,7 @@ inline bool CsvReader::readRecord(std::vector<std::string>& fields) {
 }
 
 // This and the next give where the field ends: at a separator, a line end or the end of the text.
-inline std::size_t CsvReader::takePlain(Fields& out, std::size_t begin) {
+inline std::size_t CsvReader::takePlain(detail::CsvFields& out, std::size_t begin) {
     std::size_t at = begin;
     do {
         at = findSpecial(at);
@@ -235,7 +181,7 @@ inline std::size_t CsvReader::takePlain(Fields& out, std::size_t begin) {
     return at;
 }
 
-inline std::size_t CsvReader::takeQuoted(Fields& out, std::size_t begin) {
+inline std::size_t CsvReader::takeQuoted(detail::CsvFields& out, std::size_t begin) {
     bool hasPairs = false;
     bool hasLines = false;
     std::size_t const closing = findClosing(begin + 1, hasPairs, hasLines);
