@@ -88,6 +88,7 @@ void checkWithoutMemory(void (*convert)(Out&, In const&)) {
             EXPECT_EQ(1, failEachAllocation([&] { return Out(before, 'x'); },
                                             [&](Out& out) { convert(out, in); },
                                             [&](Out& out) {
+                                                EXPECT_LE(out.size(), out.capacity());
                                                 convert(out, In(2, 'b'));
                                                 EXPECT_TRUE(same(Out(2, 'b'), out));
                                             }))

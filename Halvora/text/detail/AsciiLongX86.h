@@ -38,15 +38,11 @@ HALV_AVX2 __m256i copyStepAvx2(char* out, unsigned short const* in) noexcept {
 }
 
 HALV_AVX2 __m256i copyStepAvx2(char* out, wchar_t const* in) noexcept {
-    __m256i const first = loadAvx2(in);
-    __m256i const second = loadAvx2(in + 8);
-    __m256i const third = loadAvx2(in + 16);
-    __m256i const fourth = loadAvx2(in + 24);
-    __m256i const bytes =
-        _mm256_packus_epi16(_mm256_packs_epi32(first, second), _mm256_packs_epi32(third, fourth));
+    __m256i const front = _mm256_packs_epi32(loadAvx2(in), loadAvx2(in + 8));
+    __m256i const back = _mm256_packs_epi32(loadAvx2(in + 16), loadAvx2(in + 24));
     __m256i const order = _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7);
-    storeAvx2(out, _mm256_permutevar8x32_epi32(bytes, order));
-    return _mm256_or_si256(_mm256_or_si256(first, second), _mm256_or_si256(third, fourth));
+    storeAvx2(out, _mm256_permutevar8x32_epi32(_mm256_packus_epi16(front, back), order));
+    return _mm256_or_si256(front, back); // what is no ASCII stays none
 }
 
 HALV_AVX512 __m512i copyStepAvx512(unsigned short* out, unsigned char const* in) noexcept {
@@ -64,11 +60,9 @@ HALV_AVX512 __m512i copyStepAvx512(wchar_t* out, unsigned char const* in) noexce
 #undef HALV_AVX2
 #undef HALV_AVX512
 
-// The bits that no ASCII has, whichever of the two is the wider.
-template <typename To, typename From>
-inline constexpr int beyondAsciiX86 = static_cast<int>(sizeof(To) == 2 || sizeof(From) == 2
-                                                           ? 0xFF80FF80
-                                                           : 0xFFFFFF80);
+// The bits that no ASCII has, in what a step gives.
+template <typename To>
+inline constexpr int beyondAsciiX86 = static_cast<int>(sizeof(To) == 4 ? 0xFFFFFF80 : 0xFF80FF80);
 
 template <typename To, typename From>
 [[gnu::target("avx2")]] bool copyAsciiAvx2(To* __restrict out, From const* __restrict in,
@@ -79,7 +73,7 @@ template <typename To, typename From>
         bits = _mm256_or_si256(bits, copyStepAvx2(out + at, in + at));
     }
     bits = _mm256_or_si256(bits, copyStepAvx2(out + last, in + last));
-    return _mm256_testz_si256(bits, _mm256_set1_epi32(beyondAsciiX86<To, From>)) != 0;
+    return _mm256_testz_si256(bits, _mm256_set1_epi32(beyondAsciiX86<To>)) != 0;
 }
 
 template <typename To, typename From>
@@ -91,7 +85,7 @@ template <typename To, typename From>
         bits = _mm512_or_si512(bits, copyStepAvx512(out + at, in + at));
     }
     bits = _mm512_or_si512(bits, copyStepAvx512(out + last, in + last));
-    return _mm512_test_epi32_mask(bits, _mm512_set1_epi32(beyondAsciiX86<To, From>)) == 0;
+    return _mm512_test_epi32_mask(bits, _mm512_set1_epi32(beyondAsciiX86<To>)) == 0;
 }
 
 // At least longLength elements, with the best that the processor has.

@@ -52,20 +52,16 @@ bool copyAsciiX86(To* out, unsigned char const* in) noexcept {
 
 template <typename Unit>
 bool copyAsciiX86(char* out, Unit const* in) noexcept {
-    __m128i const first = loadX86(in);
-    __m128i const second = loadX86(in + 16 / sizeof(Unit));
-    __m128i all = _mm_or_si128(first, second);
+    __m128i front, back;
     if constexpr (sizeof(Unit) == 2) {
-        storeX86(out, _mm_packus_epi16(first, second));
-        return isZeroX86(_mm_and_si128(all, ofAllX86(0xFF80FF80)));
-    } else {
-        __m128i const third = loadX86(in + 8);
-        __m128i const fourth = loadX86(in + 12);
-        all = _mm_or_si128(all, _mm_or_si128(third, fourth));
-        storeX86(out,
-                 _mm_packus_epi16(_mm_packs_epi32(first, second), _mm_packs_epi32(third, fourth)));
-        return isZeroX86(_mm_and_si128(all, ofAllX86(0xFFFFFF80)));
+        front = loadX86(in);
+        back = loadX86(in + 8);
+    } else { // what is no ASCII stays none
+        front = _mm_packs_epi32(loadX86(in), loadX86(in + 4));
+        back = _mm_packs_epi32(loadX86(in + 8), loadX86(in + 12));
     }
+    storeX86(out, _mm_packus_epi16(front, back));
+    return isZeroX86(_mm_and_si128(_mm_or_si128(front, back), ofAllX86(0xFF80FF80)));
 }
 
 // At least 16 elements. The last block may overlap the one before. One block goes straight through.
