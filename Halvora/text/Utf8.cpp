@@ -199,7 +199,8 @@ template <typename String, typename From>
 [[gnu::noinline, gnu::flatten]] Utf8Result convertShort(String& out, From const* text,
                                                         std::size_t n) {
     using To = typename String::value_type;
-    To chunk[mostOf<To> * (sliceLength + wordSize)];
+    // What a few units of 16 bits fill is copied as one register of 32 bytes.
+    alignas(sizeof(To) == 2 ? 32 : alignof(To)) To chunk[mostOf<To> * (sliceLength + wordSize)];
     To* to = chunk + n;
     Utf8Result result{0, n};
     if (!detail::copyAscii(chunk, text, n)) {
