@@ -116,6 +116,8 @@ target_compile_options(
         $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
         -ffunction-sections
         -fdata-sections
+        # The standard's operator delete with a size does nothing but call the one without.
+        -fno-sized-deallocation
         # The same bytes wherever the tree and the build folder lie. The last map that fits wins,
         # so the build folder, which often lies in the tree, comes last. A debug build keeps its
         # paths, for debuggers and coverage.
@@ -168,6 +170,12 @@ if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
         SOURCE Halvora/array/HLVArrayTyped.cpp
         APPEND
         PROPERTY COMPILE_OPTIONS "$<$<CXX_COMPILER_ID:GNU>:-falign-functions=64>"
+    )
+    # Chains of errors are calls of the allocator and of streams above all. It is no gain elsewhere.
+    set_property(
+        SOURCE Halvora/error/HLVError.cpp Halvora/error/Param.cpp
+        APPEND
+        PROPERTY COMPILE_OPTIONS -fno-plt
     )
 endif()
 if(WIN32)

@@ -63,6 +63,14 @@ String shortMessage(int code) {
 
 } // namespace
 
+// Of parameters what the copy and the end of a chain do, within reach of them.
+HLVError::Param::Param(Param const& other) : m_type(other.m_type), m_data(other.m_data) {
+    if (!other.m_dataString.empty()) {
+        m_dataString = other.m_dataString;
+    }
+}
+HLVError::Param::~Param() = default;
+
 HLVError::HLVError() noexcept = default;
 
 HLVError::HLVError(int code, Param* param0, Param* param1, Param* param2) noexcept

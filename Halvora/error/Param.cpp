@@ -118,9 +118,6 @@ HLVError::Param::Param(unsigned short const* text) : m_type(DT_STRING) {
 HLVError::Param::Param(HLVString const& text)
     : m_type(DT_STRING), m_dataString(Convert::toWString(text)) {}
 
-HLVError::Param::Param(Param const& other) = default;
-HLVError::Param::~Param() = default;
-
 std::ostream& HLVError::Param::operator<<(std::ostream& stream) const {
     return write(stream, *this);
 }
