@@ -73,13 +73,13 @@ constexpr int commonOfDifferent(int a, int b) {
 
 // The answer for each two types in a byte: the common type, and whether there is one.
 struct CommonTypes {
-    static constexpr unsigned int isCommon = 0x10;
+    static constexpr int isCommon = 0x10;
     unsigned char pairs[typeCount * typeCount] = {};
 
     constexpr CommonTypes() {
         for (int a = 0; a < typeCount; ++a) {
             for (int b = 0; b < typeCount; ++b) {
-                unsigned int const common = a == b ? a : commonOfDifferent(a, b);
+                int const common = a == b ? a : commonOfDifferent(a, b);
                 bool const has = common != DT_VOID || a == b;
                 pairs[a * typeCount + b] = static_cast<unsigned char>(has ? common | isCommon : 0);
             }
@@ -137,7 +137,7 @@ bool HalvTypes::getSmallestCommonDataType(eDataType a, eDataType b, eDataType& c
     if ((row | column) >= typeCount) {
         return commonWithUnknown(a, b, common);
     }
-    unsigned int const pair = commonTypes.pairs[row * typeCount + column];
+    int const pair = commonTypes.pairs[row * typeCount + column];
     common = static_cast<eDataType>(pair % CommonTypes::isCommon);
     return pair >= CommonTypes::isCommon;
 }
