@@ -11,8 +11,9 @@ int main(int argc, char** argv) {
     int status;
     rusage used;
     if (argc < 2 || posix_spawn(&program, argv[1], nullptr, nullptr, argv + 1, environ) != 0 ||
-        wait4(program, &status, 0, &used) != program || status != 0)
+        wait4(program, &status, 0, &used) != program || status != 0) {
         return 1;
+    }
     long seconds = used.ru_utime.tv_sec + used.ru_stime.tv_sec;
     long microseconds = used.ru_utime.tv_usec + used.ru_stime.tv_usec;
     return std::printf("%ld %ld\n", 1000000 * seconds + microseconds, used.ru_minflt) < 0;
