@@ -132,7 +132,7 @@ void convertRun(To* __restrict out, From const* __restrict in, std::size_t n) no
 inline constexpr std::size_t chunkLength = 256;
 #ifdef HALV_LONG_RUNS
 inline constexpr std::size_t appendLength = 1920; // a frame of no more than a page
-inline constexpr bool isSpaceCheap = true;        // for a table of zeros, too
+inline constexpr bool isSpaceCheap = true;        // for code that only short texts take
 #else
 inline constexpr std::size_t appendLength = chunkLength;
 inline constexpr bool isSpaceCheap = false;
