@@ -199,7 +199,7 @@ template <typename String, typename From>
 [[gnu::noinline, gnu::flatten]] Utf8Result convertShort(String& out, From const* text,
                                                         std::size_t n) {
     using To = typename String::value_type;
-    // What a few units of 16 bits fill is copied as one register of 32 bytes.
+    // A few units of 16 bits are copied as one register of 32 bytes.
     alignas(sizeof(To) == 2 ? 32 : alignof(To)) To chunk[mostOf<To> * (sliceLength + wordSize)];
     To* to = chunk + n;
     Utf8Result result{0, n};
