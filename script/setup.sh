@@ -166,6 +166,9 @@ want_for_tests() { # <preset>
 # Ninja for these scripts, make for whoever builds by hand.
 need_build_tools() { need g++:g++ cmake:cmake ninja:ninja-build make:make; }
 need_googletest() { need /usr/src/googletest/CMakeLists.txt:googletest; }
+need_python() { # for the module
+    need /usr/include/pybind11/pybind11.h:pybind11-dev "/usr/include/python3.*/Python.h:python3-dev"
+}
 
 need_clang() {
     need clang++-14:clang-14 \
