@@ -54,6 +54,7 @@ TEST(Json, writesTextsAsUtf8AndIdentifiersInBothForms) {
     EXPECT_EQ(R"("ResString","value":"t","id":)" + forms, param(ResString(id, std::wstring(L"t"))));
     EXPECT_EQ("\"String\",\"value\":\"\xC3\xA9\\\"\\\\/\\u0000\\u001f ~\\u007f\\u009f\xC2\xA0\"",
               param(std::wstring(L"\u00E9\"\\/\0\x1F ~\x7F\x9F\xA0", 11)));
+    EXPECT_EQ(70019u, param(std::wstring(70000, L'a')).size());
     EXPECT_EQ("\"String\",\"value\":\"\xF0\x9F\x98\x80\xF0\x9F\x98\x80\xEF\xBF\xBD\xEF\xBF\xBD-"
               "\xEF\xBF\xBD\"",
               param(L"\xD83D\xDE00\U0001F600\xDC00\xD800-\xD83D"));

@@ -58,9 +58,11 @@ inline std::string eventOf(CsvReader::Fault const& fault) {
 inline std::string eventsOf(CsvReader& reader) {
     std::string events;
     reader.onFault([&events](CsvReader::Fault const& fault) { events += eventOf(fault); });
-    for (std::vector<std::string> fields(3, "x"); reader.next(fields);) {
+    std::vector<std::string> fields(3, "x");
+    while (reader.next(fields)) {
         events += eventOf(reader.line(), reader.lineCount(), fields);
     }
+    events += fields.empty() ? "" : "fields behind the end";
     auto const& counts = reader.counts();
     if (counts.lines != counts.recordLines + counts.faultLines + counts.blankLines) {
         events += std::to_string(counts.lines) +

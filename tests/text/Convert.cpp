@@ -35,7 +35,7 @@ TEST(Convert, encodingsByExample) {
 // Conversions that do the same, at every length, against one element after the other.
 template <typename To, typename From>
 void checkEncoding(std::initializer_list<void (*)(To&, From const&)> conversions) {
-    for (unsigned length = 0, unit = 0; length <= 1031; ++length) {
+    for (unsigned length = 0, unit = 0; length < 4500; length += 1 + length / 1031 * 500) {
         From source;
         To expected;
         while (source.size() < length) { // every 16-bit unit in turn, or anything

@@ -80,6 +80,10 @@ TEST(Convert, splittingByExample) {
         EXPECT_EQ(quoted, bracketed(Convert::splitQuoted(text, ',', fields)));
         EXPECT_EQ(quoted, bracketed(Convert::splitQuoted(widened(text), L',', wide)));
     }
+    std::string const separators(70000, ',');
+    std::vector<std::string> fields;
+    EXPECT_EQ(70000u, Convert::split(separators, ',', fields).size());
+    EXPECT_EQ(70000u, Convert::split(viewOf(separators), ',', fields).size());
 }
 
 template <bool quoted, typename Text>

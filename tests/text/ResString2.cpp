@@ -47,7 +47,7 @@ void expectEquality(bool expected, Left const& left, Right const& right) {
     EXPECT_TRUE((left == right) == expected && (left != right) == !expected) << __PRETTY_FUNCTION__;
 }
 
-std::wstring const whole(1000, L'x'), changed = whole.substr(1) + L"y";
+std::wstring const whole(70000, L'x'), changed = whole.substr(1) + L"y";
 // Two identified texts, and whether they are equal as ResString2 and as ResString.
 std::tuple<Binary16, std::wstring, Binary16, std::wstring, bool, bool> const pairs[] = {
     {id, L"a",  id,          L"b",              true,  true }, // the same text resource

@@ -99,7 +99,7 @@ TEST(Utf8, textsOfAllKindsAndLengths) {
 
 // Longer than all buffers on the stack, into a new output and into one of that length.
 TEST(Utf8, longAsciiAndOneThatIsNone) {
-    for (std::size_t const length : {128u, 2049u, 8193u, 20000u}) {
+    for (std::size_t const length : {128u, 2049u, 8193u, 70000u}) {
         for (std::size_t const at : {length, length - 1, length / 2, std::size_t{0}}) {
             std::wstring wide(length, L'a');
             for (std::size_t i = 0; i < length; ++i) {
@@ -113,6 +113,13 @@ TEST(Utf8, longAsciiAndOneThatIsNone) {
                     << length << " elements, beyond ASCII: " << at;
             }
         }
+    }
+}
+
+TEST(Utf8, theLastByteDecidesAtEveryLength) {
+    for (std::size_t length = 0; length < 600; ++length) {
+        std::string const text(length, 'a');
+        ASSERT_TRUE(Utf8::isValid(text) && !Utf8::isValid(text + '\xFF')) << length;
     }
 }
 
