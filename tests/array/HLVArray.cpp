@@ -157,10 +157,12 @@ TEST(HLVArray, aFullArrayRefusesToGrowAndAnyArrayAForeignWidth) {
         Array a;
         a.init(65534, row.type);
         EXPECT_EQ(0, a.add(row.create(v)) + a._setRange(9, 0, nullptr, row.type, 3));
-        for (int const code : {row.add(a, v), a.add(row.create(v)), a.add(a), row.set(a, 65535, v),
-                               row.setRange(a, 65535, 1, &v), row.setRange(a, 1, 65535, &v),
-                               row.isText ? ERR_OUT_OF_RANGE : a._add(&v, row.type, row.width()),
-                               a.removeRange(1, 65535)}) {
+        for (int const code :
+             {row.add(a, v), a.add(row.create(v)), a.add(a), row.set(a, 65535, v),
+              row.setRange(a, 65535, 1, &v), row.setRange(a, 1, 65535, &v),
+              row.isText ? ERR_OUT_OF_RANGE : a._add(&v, row.type, row.width()),
+              row.isText ? ERR_OUT_OF_RANGE : a._add(nullptr, row.type, row.width()),
+              a.removeRange(1, 65535)}) {
             EXPECT_EQ(ERR_OUT_OF_RANGE, code) << row.name;
         }
     });
