@@ -63,7 +63,7 @@ String shortMessage(int code) {
 
 } // namespace
 
-// Of parameters what the copy and the end of a chain do, within reach of them.
+// Here and not in Param.cpp: what copies and ends chains calls them, and takes them in.
 HLVError::Param::Param(Param const& other) : m_type(other.m_type), m_data(other.m_data) {
     if (!other.m_dataString.empty()) {
         m_dataString = other.m_dataString;
