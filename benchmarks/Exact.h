@@ -1,7 +1,5 @@
 #pragma once
 
-#include <malloc.h>
-
 #include <cstddef>
 #include <cstdlib>
 #include <memory>
@@ -19,8 +17,11 @@ struct Exact {
 protected:
     void store(T value) {
         if (count == room) {
-            all.reset(static_cast<T*>(std::realloc(all.release(), (count + 1) * sizeof(T))));
-            room = malloc_usable_size(all.get()) / sizeof(T);
+            // The C library's blocks are multiples of two pointers less one pointer.
+            std::size_t const unit = 2 * sizeof(void*), overhead = sizeof(void*);
+            std::size_t const size = (count + 1) * sizeof(T) + overhead;
+            room = ((size + unit - 1) / unit * unit - overhead) / sizeof(T);
+            all.reset(static_cast<T*>(std::realloc(all.release(), room * sizeof(T))));
         }
         all[count++] = value;
     }

@@ -51,8 +51,8 @@ std::string narrowText(std::size_t n) {
     return text;
 }
 
-// Into a reused output, and by value. The floor of a new output: a string that is filled before
-// anyone may write into it, as all are. That of a longer output: as many bytes filled.
+// Into a reused output, and by value. The floor of a new output: a string that is made from as much
+// text, and written over. That of a longer output: as many bytes filled.
 template <typename Out, typename In, typename Into, typename ByValue>
 void addConversion(std::string const& name, In const& in, Into into, ByValue byValue) {
     std::size_t const n = in.size();
