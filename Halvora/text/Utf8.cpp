@@ -277,10 +277,30 @@ template <typename String, typename From>
     return result;
 }
 
+#ifdef HALV_LONG_RUNS
+// For an output with an element for each, without a call of the loop.
+template <typename String, typename From>
+[[gnu::target("avx512bw"), gnu::noinline, gnu::flatten]] Utf8Result
+convertAvx512(String& out, From const* text, std::size_t n) {
+    if (detail::copyAsciiAvx512(out.data(), text, n)) {
+        return {0, n};
+    }
+    return convertFallback(out, text, n);
+}
+#endif
+
 #ifdef HALV_UTF8_X86
 // What the front of convert has no room for.
 template <typename String, typename From>
 [[gnu::noinline]] Utf8Result convertBehind(String& out, From const* text, std::size_t n) {
+#    ifdef HALV_LONG_RUNS
+    if constexpr (sizeof(From) == 1) {
+        if (n == out.size() && n >= detail::longLength && n <= sliceLength &&
+            __builtin_cpu_supports("avx512bw")) {
+            return convertAvx512(out, text, n);
+        }
+    }
+#    endif
     if (n <= sliceLength && (n < frontLength || n != out.size())) {
         return convertShort(out, text, n);
     }

@@ -97,7 +97,7 @@ TEST(Utf8, textsOfAllKindsAndLengths) {
     EXPECT_TRUE(out.decodes({})) << "of another length before";
 }
 
-// Longer than all buffers on the stack, into a new output and into one of that length.
+// Longer than all buffers on the stack, into a new output and into one with an element for each.
 TEST(Utf8, longAsciiAndOneThatIsNone) {
     for (std::size_t const length : {128u, 2049u, 8193u, 70000u}) {
         for (std::size_t const at : {length, length - 1, length / 2, std::size_t{0}}) {
@@ -111,6 +111,9 @@ TEST(Utf8, longAsciiAndOneThatIsNone) {
             for (int run = 0; run < 2; ++run) {
                 ASSERT_TRUE(out.decodes(bytes) && out.encodes(wide) && other.encodes(units))
                     << length << " elements, beyond ASCII: " << at;
+                out.decodes(std::string(bytes.size(), 'a'));
+                out.encodes(std::wstring(length, L'a'));
+                other.encodes(HLVString(length, 'a'));
             }
         }
     }
