@@ -100,6 +100,7 @@ py::object toObject(Value const& value) {
 }
 
 py::list toList(Array const& array) {
+    Kept const kept(array);
     py::list list(array.value.getCount());
     ElementTypes::visit(array.value.getDataType(), [&](auto row) {
         auto const* const values = Named<row.type>::get(array.value);

@@ -14,7 +14,20 @@ struct Array {
     explicit Array(Halvora::HLVArray array) : value(std::move(array)) {}
 
     Halvora::HLVArray value;
-    int exports = 0;
+    mutable int exports = 0;
+};
+
+/// Keeps an array as it is while it is read: a new object may make Python collect garbage, whose
+/// finalizers are anybody's code.
+class Kept {
+public:
+    explicit Kept(Array const& array) noexcept : m_array(array) { ++m_array.exports; }
+    Kept(Kept const&) = delete;
+    Kept& operator=(Kept const&) = delete;
+    ~Kept() { --m_array.exports; }
+
+private:
+    Array const& m_array;
 };
 
 template <>
