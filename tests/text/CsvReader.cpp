@@ -83,6 +83,20 @@ TEST(CsvReader, memoryDoesNotGrowWithTheStreamAndFieldsAreReused) {
     EXPECT_EQ(before, allocations());
 }
 
+TEST(CsvReader, recordsAreWholeWhereTheBufferMovesOn) {
+    std::string text;
+    for (int i = 0; i < 20000; ++i) {
+        text += std::to_string(i) + ',' + std::to_string(i) + '\n';
+    }
+    PieceStream stream(text, 20000);
+    CsvReader reader(stream);
+    std::vector<std::string> fields;
+    for (int i = 0; i < 20000; ++i) {
+        ASSERT_TRUE(reader.next(fields) && fields == std::vector(2, std::to_string(i))) << i;
+    }
+    EXPECT_FALSE(reader.next(fields));
+}
+
 struct Reading {
     Reading(std::string const& text, std::size_t breaksAt)
         : stream(text, 7, breaksAt), reader(stream) {

@@ -92,8 +92,10 @@ TEST(ResString, nullIsTheEmptyTextAndForm) {
     EXPECT_EQ(0, (text = static_cast<wchar_t const*>(nullptr)).length());
     EXPECT_EQ(0, (other = static_cast<unsigned short const*>(nullptr)).length());
     EXPECT_EQ(0, ResString(static_cast<unsigned short const*>(nullptr)).length());
+    text = ResString(id, std::wstring(L"old"));
     text.set(nullptr);
-    EXPECT_TRUE(text.id() == Binary16() && ResString::size(nullptr) == 18);
+    EXPECT_EQ(ResString(), text);
+    EXPECT_TRUE(text.id() == Binary16() && text.length() == 0 && ResString::size(nullptr) == 18);
     std::string slot(28, '#');
     ResString::set(nullptr, 4, &slot[1]);
     EXPECT_EQ("#" + std::string(26, '\0') + "#", slot);

@@ -141,10 +141,13 @@ TEST(Utf8, oneAllocationAndNoneWithCapacity) {
         std::size_t const pairs = sizeof text[0] == 2 ? 2000 : 0;
         EXPECT_LE(out.capacity(), out.size() + 2 * pairs + 16) << __PRETTY_FUNCTION__;
     };
-    check(slowEncode(codes), Utf8::toWString, std::wstring());
-    check(slowEncode(codes), Utf8::toHLVString, HLVString());
-    check(slowUnits<std::wstring>(codes), Utf8::fromWString, std::string());
-    check(slowUnits<HLVString>(codes), Utf8::fromHLVString, std::string());
+    for (unsigned more = 0; more < 16; ++more) { // each way to end beside a register
+        check(slowEncode(codes), Utf8::toWString, std::wstring());
+        check(slowEncode(codes), Utf8::toHLVString, HLVString());
+        check(slowUnits<std::wstring>(codes), Utf8::fromWString, std::string());
+        check(slowUnits<HLVString>(codes), Utf8::fromHLVString, std::string());
+        codes.push_back(0x4E00 + more);
+    }
 }
 
 #ifdef HALV_LONG_RUNS

@@ -19,7 +19,8 @@ constexpr bool hasInstances<T, decltype(void(T{}))> = true;
 static_assert(!hasInstances<HalvTypes> && !hasInstances<Round> && hasInstances<Binary16>);
 
 static_assert(ERR_OUT_OF_RANGE == -1004996 && ERR_WRONG_TYPE == -1004997 &&
-              ERR_NULL_POINTER == -1004999 && PARSE_BAD_CHARACTER == 1 && PARSE_TOO_LONG == 3);
+              ERR_NULL_POINTER == -1004999 && PARSE_BAD_CHARACTER == 1 && PARSE_TOO_SHORT == 2 &&
+              PARSE_TOO_LONG == 3);
 
 constexpr char digits[] = "0123456789ABCDEF"; // a type or group by its number
 
