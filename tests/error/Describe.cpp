@@ -44,8 +44,8 @@ TEST(Describe, writesNamesSentencesAndParametersForPeople) {
     ResString const identified(Binary16(5), std::wstring(L"S\u00FCd"));
     Holder shouted = HLVError::create(-1);
     shouted.prepend(-2);
-    shouted.prepend(1, identified, L"\xD83D\xDE00\xD83D \x1B\n\x7F\x9B|\xDC00");
-    expectDescribed(L"Error 1\n  P1: S\u00FCd!\n  P2: \U0001F600\uFFFD     |\uFFFD\n"
+    shouted.prepend(1, identified, L"\xD800\xDC00\xD83D \x1B\n\x7F\x9B|\xDC00");
+    expectDescribed(L"Error 1\n  P1: S\u00FCd!\n  P2: \U00010000\uFFFD     |\uFFFD\n"
                     L"-2: A sentence.\nError -1\n",
                     shouted, Shouting());
 }
