@@ -120,9 +120,14 @@ TEST(Utf8, longAsciiAndOneThatIsNone) {
 }
 
 TEST(Utf8, theLastByteDecidesAtEveryLength) {
+    Utf8Outputs out;
     for (std::size_t length = 0; length < 600; ++length) {
         std::string const text(length, 'a');
         ASSERT_TRUE(Utf8::isValid(text) && !Utf8::isValid(text + '\xFF')) << length;
+        for (char const* const cut : {"\xC3", "\xE4", "\xE4\xB8", "\xF0\x9F\x98"}) {
+            bool const alone = out.decodes(text + cut), asPart = out.decodes(text + cut);
+            ASSERT_TRUE(alone && asPart) << length << " before " << testing::PrintToString(cut);
+        }
     }
 }
 
