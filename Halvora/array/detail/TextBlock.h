@@ -49,8 +49,6 @@ public:
     TextBlock& operator=(TextBlock&&) = delete;
     ~TextBlock() { end(0); }
 
-    Text* data() const noexcept { return m_texts; }
-
     // Gives up the storage: the caller owns it.
     Text* release() noexcept { return std::exchange(m_texts, nullptr); }
 
