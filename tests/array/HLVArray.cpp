@@ -116,6 +116,7 @@ TEST(HLVArray, bracesHoldTheElements) {
     int const ints[] = {1, 2, 3};
     EXPECT_TRUE(A({1, 2, 3}) == A(3, ints) && A{5} == A(5) && A{DT_INT32} == A(DT_INT32));
     EXPECT_EQ(A(std::wstring(L"yy")), A({L'y', L'y'})); // still a text
+    EXPECT_EQ(A(std::wstring(L"yy")), A({u'y', U'y'}));
 }
 
 #if __SIZEOF_LONG__ == 8

@@ -9,6 +9,12 @@ namespace {
 
 constexpr std::size_t unlimited = std::string::npos;
 
+using Counts = CsvReader::Counts;
+template <std::uint64_t Counts::*...>
+constexpr bool areWide = true; // or a stream of many weeks is counted wrong
+static_assert(areWide<&Counts::lines, &Counts::records, &Counts::recordLines, &Counts::faults,
+                      &Counts::faultLines, &Counts::blankLines>);
+
 void checkEvents(std::string const& text, char separator, std::size_t limit,
                  std::string const& expected) {
     static constexpr std::size_t lengths[] = {unlimited, 0, 1, 2, 3, 20000};
