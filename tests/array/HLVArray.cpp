@@ -146,9 +146,11 @@ TEST(HLVArray, aFullArrayRefusesToGrowAndAnyArrayAForeignWidth) {
         EXPECT_EQ(w, elementWidth(row.type)) << row.name;
         for (unsigned int const width : {w, 0u, w / 2, w + 1, w * 2}) {
             int const code = row.isText || width != w ? ERR_WRONG_TYPE : 0;
-            Array a;
+            Array a, one(row.type);
             a.init(3, row.type);
-            EXPECT_EQ(code, Array()._add(&v, row.type, width));
+            EXPECT_EQ(code, one._add(&v, row.type, width));
+            EXPECT_EQ(code == 0 ? row.create(v) : Array(row.type), one) << row.name << width;
+            EXPECT_EQ(code == 0 ? w : 0, one.getByteSize()) << row.name << width;
             EXPECT_EQ(3 * code, a._add(&v, row.type, width) + a._setIndex(1, &v, row.type, width) +
                                     a._setRange(2, 1, &v, row.type, width));
             Seeds const seeds = code == 0 ? Seeds{0, 7, 7, 7} : Seeds(3);

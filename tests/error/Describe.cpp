@@ -32,6 +32,9 @@ struct Shouting : ResString::DummyTranslator {
         return code == -2 ? new ResString(L"A sentence.") : nullptr;
     }
     wchar_t* getErrorName(int code) const override { return code < 0 ? nullptr : new wchar_t[1](); }
+    ResString* getErrorParamDesc(int, int param) const override {
+        return param == 1 ? nullptr : new ResString();
+    }
 };
 
 TEST(Describe, writesNamesSentencesAndParametersForPeople) {
