@@ -32,6 +32,7 @@ TEST(Convert, trimmingSparesTextOfNothingButTheSet) {
         {" \t\r\n",       usual,  "[ \t\r\n][ \t\r\n][ \t\r\n]"          },
         {"",              usual,  "[][][]"                               },
         {" a ",           "",     "[ a ][ a ][ a ]"                      },
+        {"\1a!\1",        usual,  "[\1a!\1][\1a!\1][\1a!\1]"             },
         {"\xE9 a\xE9",    "\xE9", "[ a\xE9][\xE9 a][ a]"                 },
         {" yx aYy",       "xy ",  "[aYy][ yx aY][aY]"                    },
     };
