@@ -293,17 +293,17 @@ convertAvx512(String& out, From const* text, std::size_t n) {
 // What the front of convert has no room for.
 template <typename String, typename From>
 [[gnu::noinline]] Utf8Result convertBehind(String& out, From const* text, std::size_t n) {
+    if (n <= sliceLength && (n < frontLength || n != out.size())) {
+        return convertShort(out, text, n);
+    }
 #    ifdef HALV_LONG_RUNS
+    static_assert(frontLength >= detail::longLength);
     if constexpr (sizeof(From) == 1) {
-        if (n == out.size() && n >= detail::longLength && n <= sliceLength &&
-            __builtin_cpu_supports("avx512bw")) {
+        if (n <= sliceLength && __builtin_cpu_supports("avx512bw")) {
             return convertAvx512(out, text, n);
         }
     }
 #    endif
-    if (n <= sliceLength && (n < frontLength || n != out.size())) {
-        return convertShort(out, text, n);
-    }
     if (n == out.size() && detail::copyAscii(out.data(), text, n)) {
         return {0, n};
     }
