@@ -182,6 +182,11 @@ TEST(HLVArray, storageIsExactAfterAnAppend) {
         EXPECT_TRUE(room() >= 8000 && a.addInt64(2) == 0 && room() < 152) << removes;
     }
     EXPECT_TRUE(a._set(4, a.getData(), DT_INT16, 2) == 0 && viewOf<short>(a)[0] == 0); // its own
+    for (unsigned short n = 1; n < 40; ++n) {
+        takeLargestAllocation();
+        EXPECT_EQ(0, a.init(n, DT_BYTE));
+        EXPECT_GT(n + 2 * sizeof(void*), takeLargestAllocation()) << n;
+    }
 #ifndef HALVTYPES_EXACT_BLOCKS // one block of the C library holds many
     Array bytes(DT_BYTE);
     long const before = allocations();
