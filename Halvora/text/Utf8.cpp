@@ -277,18 +277,6 @@ template <typename String, typename From>
     return result;
 }
 
-#ifdef HALV_LONG_RUNS
-// For an output with an element for each, without a call of the loop.
-template <typename String, typename From>
-[[gnu::target("avx512bw"), gnu::noinline, gnu::flatten]] Utf8Result
-convertAvx512(String& out, From const* text, std::size_t n) {
-    if (detail::copyAsciiAvx512(out.data(), text, n)) {
-        return {0, n};
-    }
-    return convertFallback(out, text, n);
-}
-#endif
-
 #ifdef HALV_UTF8_X86
 // What the front of convert has no room for.
 template <typename String, typename From>
@@ -298,15 +286,14 @@ template <typename String, typename From>
     }
 #    ifdef HALV_LONG_RUNS
     static_assert(frontLength >= detail::longLength);
-    if constexpr (sizeof(From) == 1) {
-        if (n <= sliceLength && __builtin_cpu_supports("avx512bw")) {
-            return convertAvx512(out, text, n);
-        }
+    if (n == out.size()) {
+        return detail::copyAsciiOr(out, text, n, convertFallback<String, From>);
     }
-#    endif
+#    else
     if (n == out.size() && detail::copyAscii(out.data(), text, n)) {
         return {0, n};
     }
+#    endif
     return convertFallback(out, text, n);
 }
 #endif

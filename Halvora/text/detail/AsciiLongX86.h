@@ -70,9 +70,9 @@ template <typename To, typename From>
     std::size_t const last = n - longStep<To>;
     __m256i bits = copyStepAvx2(out, in);
     for (std::size_t at = toBoundary(out); at < last; at += longStep<To>) {
-        bits = _mm256_or_si256(bits, copyStepAvx2(out + at, in + at));
+        bits |= copyStepAvx2(out + at, in + at);
     }
-    bits = _mm256_or_si256(bits, copyStepAvx2(out + last, in + last));
+    bits |= copyStepAvx2(out + last, in + last);
     return _mm256_testz_si256(bits, _mm256_set1_epi32(beyondAsciiX86<To>)) != 0;
 }
 
@@ -82,11 +82,13 @@ template <typename To, typename From>
     std::size_t const last = n - longStep<To>;
     __m512i bits = copyStepAvx512(out, in);
     for (std::size_t at = toBoundary(out); at < last; at += longStep<To>) {
-        bits = _mm512_or_si512(bits, copyStepAvx512(out + at, in + at));
+        bits |= copyStepAvx512(out + at, in + at);
     }
-    bits = _mm512_or_si512(bits, copyStepAvx512(out + last, in + last));
+    bits |= copyStepAvx512(out + last, in + last);
     return _mm512_test_epi32_mask(bits, _mm512_set1_epi32(beyondAsciiX86<To>)) == 0;
 }
+
+inline constexpr std::size_t asciiPart = 4096; // so that not much is in vain
 
 // At least longLength elements, with the best that the processor has.
 template <typename To, typename From>
@@ -100,13 +102,42 @@ bool copyAsciiLong(To* out, From const* text, std::size_t n) noexcept {
         return __builtin_cpu_supports("avx2") ? copyAsciiAvx2(to, from, length)
                                               : copyAsciiBlocks(to, from, length);
     };
-    constexpr std::size_t part = 4096; // so that not much is in vain
-    for (; n >= 2 * part; n -= part, out += part, text += part) {
-        if (!copyPart(out, text, part)) {
+    for (; n >= 2 * asciiPart; n -= asciiPart, out += asciiPart, text += asciiPart) {
+        if (!copyPart(out, text, asciiPart)) {
             return false;
         }
     }
     return copyPart(out, text, n);
+}
+
+// Replaces a string of n elements, at least longLength, by ASCII of as many; what is none goes to
+// the other conversion. The first is for AVX-512 alone, with one call on the way to the loop.
+
+template <typename Result, typename String, typename From>
+using Conversion = Result(String& out, From const* text, std::size_t n);
+
+template <typename Result, typename String, typename From>
+[[gnu::target("avx512bw"), gnu::noinline, gnu::flatten]] Result
+copyAsciiOrAvx512(String& out, From const* text, std::size_t n,
+                  Conversion<Result, String, From>* other) {
+    return copyAsciiAvx512(out.data(), text, n) ? Result{0, n} : other(out, text, n);
+}
+
+template <typename Result, typename String, typename From>
+[[gnu::noinline]] Result copyAsciiOrLong(String& out, From const* text, std::size_t n,
+                                         Conversion<Result, String, From>* other) {
+    return copyAsciiLong(out.data(), text, n) ? Result{0, n} : other(out, text, n);
+}
+
+template <typename Result, typename String, typename From>
+Result copyAsciiOr(String& out, From const* text, std::size_t n,
+                   Conversion<Result, String, From>* other) {
+    if constexpr (sizeof(From) == 1) {
+        if (n < 2 * asciiPart && __builtin_cpu_supports("avx512bw")) {
+            return copyAsciiOrAvx512(out, text, n, other);
+        }
+    }
+    return copyAsciiOrLong(out, text, n, other);
 }
 
 } // namespace Halvora::detail
