@@ -75,11 +75,11 @@ HLVArray::~HLVArray() {
 }
 
 void HLVArray::swap(HLVArray& other) noexcept {
-    std::swap(m_type, other.m_type);
-    std::swap(m_count, other.m_count);
-    std::swap(m_mayHoldMore, other.m_mayHoldMore);
-    std::swap(m_byteSize, other.m_byteSize);
-    std::swap(m_data, other.m_data);
+    // All fields at once: none of them points into its array.
+    unsigned char held[sizeof *this];
+    std::memcpy(held, static_cast<void*>(this), sizeof held);
+    std::memcpy(static_cast<void*>(this), static_cast<void*>(&other), sizeof held);
+    std::memcpy(static_cast<void*>(&other), held, sizeof held);
 }
 
 // whole contents
