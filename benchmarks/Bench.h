@@ -9,7 +9,7 @@
 #include <vector>
 
 // Each measurement is named "<operation>/<size>/<who>", who being "ours", "limit" (the bytes moved
-// by memcpy, one string built, a bare scan: what the machine cannot do without) or a contender.
+// by memcpy, one string built, a bare scan: a plain way to do the least) or a contender.
 // What gives a result has to give the same one as ours before it is timed.
 namespace bench {
 

@@ -144,28 +144,44 @@ void addSetting(Sample<Row> const& of, std::size_t n) {
 
 // Two that grow in turn: their storage cannot always grow in place.
 template <typename Array, typename Append>
-void addInTurn(char const* who, Array const& empty, Array const& full, std::size_t n,
-               Append append) {
-    addSame("append double, two in turn", n, who, std::pair(full, full), [n, empty, append] {
-        std::pair both(empty, empty);
+void addInTurn(char const* who, std::size_t n, Append append) {
+    constexpr char name[] = "append double, two in turn";
+    auto const run = [n, append] {
+        std::pair<Array, Array> both;
         for (std::size_t i = 0; i < n; ++i) {
             append(both.first, doubles.value);
             append(both.second, doubles.value);
         }
         return both;
-    });
+    };
+    auto const [first, second] = run();
+    for (double const* numbers : {first.data(), second.data()}) {
+        stopUnless(std::count(numbers, numbers + n, doubles.value) == std::ptrdiff_t(n), name);
+    }
+    add(name, n, who, [run] { benchmark::DoNotOptimize(run().second.data()); });
 }
+
+struct DoubleArray : HLVArray {
+    DoubleArray() : HLVArray(DT_DOUBLE) {}
+    double const* data() const { return viewOf<double>(*this).data(); }
+};
+
+struct ExactDoubles : ExactInLibrary<double> {
+    double const* data() const { return all.get(); }
+};
 
 void addNumbers(std::size_t n) {
     addAppends(doubles, n, "new, copy, delete");
 #ifdef HALVTYPES_WITH_QT
     addPushes<QVector<double>>("append double", "QVector", doubles.times(n));
 #endif
-    std::vector<double> const values = doubles.times(n);
-    addInTurn("ours", HLVArray(DT_DOUBLE), doubles.array(n), n,
-              [](HLVArray& to, double value) { to.addDouble(value); });
-    addInTurn("limit", std::vector<double>(), values, n,
-              [](std::vector<double>& to, double value) { to.push_back(value); });
+    addInTurn<DoubleArray>("ours", n, [](auto& to, double value) { to.addDouble(value); });
+    addInTurn<ExactDoubles>("floor", n, [](auto& to, double value) { to.append(value); });
+    auto const push = [](auto& to, double value) { to.push_back(value); };
+    addInTurn<std::vector<double>>("limit", n, push);
+#ifdef HALVTYPES_WITH_QT
+    addInTurn<QVector<double>>("QVector", n, push);
+#endif
     addAppends(ints, n, "new, copy, delete");
     addAppends(bytes, n, "new, copy, delete");
 }

@@ -38,6 +38,7 @@ using Param = HLVError::Param;
 namespace {
 
 constexpr char text[] = "sensor out of range";
+constexpr wchar_t wide[] = L"sensor out of range";
 constexpr int depth = 3;
 constexpr char chainName[] = "chain: make, copy, print, destroy";
 
@@ -146,11 +147,15 @@ void addContenders() {
 #endif
 }
 
-// What the chain and its copy need: 6 errors, 12 parameters, 6 texts, in their sizes.
+// What the chain and its copy need: 6 errors, 12 parameters, 6 texts, in their sizes, the texts
+// with what they hold.
 void allocateChains() {
     void* blocks[24];
     for (int i = 0; i < 24; ++i) {
-        blocks[i] = ::operator new(i < 6 ? sizeof(HLVError) : i < 18 ? sizeof(Param) : 80);
+        blocks[i] = ::operator new(i < 6 ? sizeof(HLVError) : i < 18 ? sizeof(Param) : sizeof wide);
+        if (i >= 18) {
+            std::memcpy(blocks[i], wide, sizeof wide);
+        }
     }
     benchmark::DoNotOptimize(blocks);
     for (void* block : blocks) {

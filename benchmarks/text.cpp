@@ -5,6 +5,7 @@
 #include <Halvora/text/Convert.h>
 #include <Halvora/text/ResString.h>
 #include <Halvora/text/VarChar.h>
+#include <Halvora/text/detail/Encoding.h>
 
 #include <algorithm>
 #include <charconv>
@@ -33,6 +34,10 @@
 #    include <QStringList>
 #endif
 
+#ifdef HALV_LONG_RUNS
+#    include <Halvora/text/detail/LongX86.h>
+#endif
+
 using namespace Halvora;
 using bench::add;
 using bench::addBoth;
@@ -50,6 +55,28 @@ std::string narrowText(std::size_t n) {
     }
     return text;
 }
+
+#ifdef HALV_LONG_RUNS
+// The library's conversion of long texts in narrower registers than it takes where the processor
+// has wider ones.
+template <typename Out, typename In>
+void addShorterSteps(std::string const& name, In const& in, Out const& expected) {
+    auto const by = [&](char const* who, auto convert) {
+        addSame(name, in.size(), who, expected,
+                [in, convert, out = Out(in.size(), 'x')]() mutable -> Out& {
+                    convert(out.data(), in.data(), in.size());
+                    return out;
+                });
+    };
+    if (__builtin_cpu_supports("avx2")) {
+        by("16-byte steps", [](auto... run) { detail::convertBlocks(run...); });
+    }
+    if (sizeof expected[0] > sizeof in[0] && __builtin_cpu_supports("avx512bw")) {
+        by("32-byte steps",
+           [](auto... run) { detail::convertRunAvx2(run..., detail::replacement); });
+    }
+}
+#endif
 
 // Into a reused output, and by value. The floor of a new output: a string that is made from as much
 // text, and written over. That of a longer output: as many bytes filled.
@@ -73,6 +100,11 @@ void addConversion(std::string const& name, In const& in, Into into, ByValue byV
             benchmark::DoNotOptimize(out.data());
         });
     }
+#ifdef HALV_LONG_RUNS
+    if (n >= detail::longLength) {
+        addShorterSteps<Out>(name, in, byValue(in));
+    }
+#endif
 }
 
 // The C library's converter, as a user without any of these libraries would call it, with a handle
@@ -399,12 +431,6 @@ void addTokens(std::size_t n) {
     });
 }
 
-// What a library's function cannot do without.
-[[gnu::noinline]] unsigned char call(char const* at) {
-    asm volatile("");
-    return static_cast<unsigned char>(*at);
-}
-
 // 16 pairs of digits as bytes, and a word as a truth.
 void addValues() {
     std::string const digits = "00112233445566778899aAbBcCdDeEfF";
@@ -423,11 +449,6 @@ void addValues() {
         unsigned char byte = 0;
         std::from_chars(at, at + 2, byte, 16);
         return byte;
-    });
-    add("toByte", 16, "floor", [digits] {
-        for (std::size_t i = 0; i < 16; ++i) {
-            benchmark::DoNotOptimize(call(digits.data() + 2 * i));
-        }
     });
     addSame("toBool", 1, "ours", true, [] { return Convert::toBool("True"); });
     addSame("toBool", 1, "limit", true, [] {
@@ -489,18 +510,35 @@ void addRawMemory() {
     bench::addCopy("resource string, c_str", 100, 600);
     addSame("resource string, c_str", 100, "ours", std::wstring(100, L'x'),
             [text] { return text.c_str(); });
-    bench::addCopy("resource string to a slot", 128, 274);
-    add("resource string to a slot", 128, "ours", [text] {
-        char slot[275];
-        ResString::set(&text, 128, slot + 1);
-        benchmark::DoNotOptimize(slot);
-    });
-    bench::addCopy("raw text to a slot", 512, 400 * sizeof(wchar_t) + 1026);
-    add("raw text to a slot", 512, "ours", [wide = std::wstring(400, L'x')] {
-        char slot[1027];
-        VarChar::set(wide.data(), 400, 512, slot + 1);
-        benchmark::DoNotOptimize(slot);
-    });
+#ifdef HALVTYPES_WITH_QT
+    addSame("resource string, c_str", 100, "QString", std::wstring(100, L'x'),
+            [string = QString(100, 'x')] { return string.toStdWString(); });
+#endif
+    auto const addSlot = [](char const* name, std::size_t capacity, std::size_t moved,
+                            std::string const& expected, auto set) {
+        bench::addCopy(name, capacity, moved);
+        addSame(name, capacity, "ours", expected,
+                [set, slot = std::string(expected.size(), 'x')]() mutable -> std::string& {
+                    set(&slot[1]);
+                    return slot;
+                });
+    };
+    // A byte, then the slot at an odd address: length and units, behind the identifier of a
+    // resource string.
+    auto const slotOf = [](std::string const& id, std::size_t n, std::size_t fill, char filled) {
+        std::string slot = 'x' + id + static_cast<char>(n) + static_cast<char>(n >> 8);
+        for (std::size_t i = 0; i < n; ++i) {
+            slot.append({'x', '\0'});
+        }
+        return slot.append(fill, filled);
+    };
+    std::string const id = '\7' + std::string(15, '\0');
+    addSlot("resource string to a slot", 128, 274, slotOf(id, 100, 56, '\0'),
+            [text](void* slot) { ResString::set(&text, 128, slot); });
+    addSlot("raw text to a slot", 512, 400 * sizeof(wchar_t) + 1026, slotOf("", 400, 224, '\x30'),
+            [wide = std::wstring(400, L'x')](void* slot) {
+                VarChar::set(wide.data(), 400, 512, slot);
+            });
 }
 
 } // namespace
